@@ -1,0 +1,84 @@
+// zvtran apply: one call of a transition, exactly as a host makes it, on raw
+// frames. The reproducer host developers use to report what a call did.
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+#include "cli/cli_common.h"
+#include "cli/commands.h"
+#include "host/transition_registry.h"
+
+namespace zvcli {
+namespace {
+
+// One of the call's images: a frame of the given size, filled from a file
+// (or every sample 0), or a null pointer.
+std::unique_ptr<Image> make_image(const Args& args, const std::string& role, const std::string& init_option,
+                                  bool is_null, std::optional<Size> fallback) {
+  if (is_null) return nullptr;
+  std::optional<Size> size = args.get_size(role + "-size");
+  if (!size) size = fallback;
+  if (!size) throw UsageError("missing option --" + role + "-size");
+  auto image = std::make_unique<Image>(size->width, size->height);
+  if (auto file = args.get(init_option)) {
+    std::vector<uint8_t> bytes = read_file(*file);
+    if (bytes.size() != raw_frame_bytes(*size)) {
+      throw UsageError(*file + ": " + std::to_string(bytes.size()) + " bytes, but a " +
+                       std::to_string(size->width) + "x" + std::to_string(size->height) + " frame has " +
+                       std::to_string(raw_frame_bytes(*size)));
+    }
+    load_raw_frame(*image, bytes);
+  }
+  return image;
+}
+
+}  // namespace
+
+int apply_command(int argc, char** argv) {
+  Args args(argc, argv,
+            {"a", "a-size", "b", "b-size", "out", "out-size", "out-init", "style", "param1", "param2", "param3",
+             "enabled", "duration", "position", "null", "a-flags", "out-flags", "calls"});
+  if (args.positional().size() != 1) throw UsageError("usage: zvtran apply OP [options] (OP: an id 1-66 or a name)");
+  const int id = resolve_transition(args.positional()[0]);
+  TransitionOp op = transition_get_op(id);
+
+  std::set<std::string> nulls;
+  for (const std::string& which : args.get_all("null")) {
+    if (which != "a" && which != "b" && which != "out" && which != "params") {
+      throw UsageError("--null takes a, b, out or params, not '" + which + "'");
+    }
+    nulls.insert(which);
+  }
+  const int calls = args.get_int("calls", 1);
+  if (calls < 1 || calls > 100000) throw UsageError("--calls must be 1 to 100000");
+
+  std::unique_ptr<Image> a = make_image(args, "a", "a", nulls.count("a"), std::nullopt);
+  std::optional<Size> a_size = a ? std::optional<Size>(Size{a->width, a->height}) : std::nullopt;
+  std::unique_ptr<Image> b = make_image(args, "b", "b", nulls.count("b"), a_size);
+  std::unique_ptr<Image> out = make_image(args, "out", "out-init", nulls.count("out"), a_size);
+  if (a) a->set_frame_flags(args.get_int("a-flags", 0));
+  if (out) out->set_frame_flags(args.get_int("out-flags", 0));
+
+  TransitionParams params;
+  std::memset(&params, 0, sizeof params);
+  params.style = args.get_int("style", 0);
+  params.param1 = args.get_int("param1", 0);
+  params.param2 = args.get_double("param2", 0.0);
+  params.param3 = args.get_int("param3", 0);
+  params.enabled = args.get_int("enabled", 1);
+  params.duration = args.get_double("duration", 1.0);
+  params.position = args.get_double("position", 0.0);
+  TransitionParams* block = nulls.count("params") ? nullptr : &params;
+
+  std::vector<uint8_t> frames;
+  int result = 0;
+  for (int call = 0; call < calls; ++call) {
+    result = op(out.get(), a.get(), b.get(), block);
+    if (out) append_raw_frame(*out, frames);
+  }
+  if (auto path = args.get("out"); path && out) write_file_atomically(*path, frames);
+  std::printf("result %d flags %d param1 %d\n", result, out ? out->frame_flags() : 0, block ? block->param1 : 0);
+  return 0;
+}
+
+}  // namespace zvcli

@@ -1,0 +1,52 @@
+// zvtran: the transition library from the command line.
+#include <cstdio>
+#include <cstring>
+#include <exception>
+
+#include "cli/cli_common.h"
+#include "cli/commands.h"
+
+namespace {
+
+struct Command {
+  const char* name;
+  int (*run)(int argc, char** argv);
+  const char* summary;
+};
+
+const Command kCommands[] = {
+    {"apply", zvcli::apply_command, "make one call of a transition on raw frames, as a host does"},
+    {"catalogue", zvcli::catalogue_command, "list the transitions, their styles and parameters [--json]"},
+};
+
+void print_usage(FILE* to) {
+  std::fprintf(to, "usage: zvtran COMMAND [options]\n\ncommands:\n");
+  for (const Command& c : kCommands) std::fprintf(to, "  %-10s %s\n", c.name, c.summary);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc < 2) {
+    print_usage(stderr);
+    return 2;
+  }
+  if (!std::strcmp(argv[1], "--help") || !std::strcmp(argv[1], "-h") || !std::strcmp(argv[1], "help")) {
+    print_usage(stdout);
+    return 0;
+  }
+  for (const Command& c : kCommands) {
+    if (std::strcmp(argv[1], c.name) != 0) continue;
+    try {
+      return c.run(argc - 2, argv + 2);
+    } catch (const zvcli::UsageError& e) {
+      std::fprintf(stderr, "zvtran %s: %s\n", c.name, e.what());
+      return 2;
+    } catch (const std::exception& e) {
+      std::fprintf(stderr, "zvtran %s: %s\n", c.name, e.what());
+      return 1;
+    }
+  }
+  std::fprintf(stderr, "zvtran: unknown command '%s' (try: zvtran --help)\n", argv[1]);
+  return 2;
+}

@@ -1,0 +1,23 @@
+// Calling convention and symbol visibility shared by the library and its host.
+#pragma once
+
+#if defined(_WIN32)
+#define ZV_STDCALL __stdcall
+#define ZV_DLL_EXPORT __declspec(dllexport)
+#define ZV_DLL_IMPORT __declspec(dllimport)
+#else
+// Only 32-bit Windows has a callee-cleans convention; elsewhere the default is it.
+#define ZV_STDCALL
+#define ZV_DLL_EXPORT __attribute__((visibility("default")))
+#define ZV_DLL_IMPORT
+#endif
+
+// Exports of the transition library itself.
+#if defined(ZV_BUILDING_TRANSITION)
+#define ZV_API ZV_DLL_EXPORT
+#else
+#define ZV_API ZV_DLL_IMPORT
+#endif
+
+// A host module handle: what the host's string loader is given to find our strings.
+typedef void* ZvModule;

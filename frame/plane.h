@@ -1,0 +1,55 @@
+// Plane geometry: packed 8-bit planes of a 4:2:0 picture and the centred
+// region that the three images of a call have in common.
+#pragma once
+
+#include <cstdint>
+
+#include "host/image.h"
+
+namespace zv {
+
+// One plane of an image: rows are packed, so the stride is the width.
+struct PlaneView {
+  uint8_t* data;
+  int width;
+  int height;
+};
+
+enum PlaneIndex { kPlaneY = 0, kPlaneU = 1, kPlaneV = 2 };
+
+// Plane `index` of a 4:2:0 image: Y is width x height, U and V are
+// (width / 2) x (height / 2) with truncating division.
+PlaneView image_plane(const Image* image, int index);
+
+// The start of a centred w x h region inside a plane: (W - w) >> 1 columns and
+// (H - h) >> 1 rows in (arithmetic shifts).
+inline uint8_t* centred_origin(const PlaneView& plane, int w, int h) {
+  return plane.data + static_cast<long>((plane.height - h) >> 1) * plane.width + ((plane.width - w) >> 1);
+}
+
+// The region of min3 width and height, centred in each of the three planes.
+// Empty (width or height <= 0) when any size is zero or negative.
+struct CommonRegion {
+  int width;
+  int height;
+  uint8_t* out;
+  const uint8_t* a;
+  const uint8_t* b;
+  int out_stride;
+  int a_stride;
+  int b_stride;
+
+  bool empty() const { return width <= 0 || height <= 0; }
+};
+
+CommonRegion common_region(const PlaneView& out, const PlaneView& a, const PlaneView& b);
+
+// Runs `worker(CommonRegion, plane index)` for Y, then U, then V.
+template <typename Worker>
+void for_each_plane(Image* out, const Image* a, const Image* b, Worker&& worker) {
+  for (int index = kPlaneY; index <= kPlaneV; ++index) {
+    worker(common_region(image_plane(out, index), image_plane(a, index), image_plane(b, index)), index);
+  }
+}
+
+}  // namespace zv

@@ -1,0 +1,127 @@
+#include "frame/registration.h"
+
+#include "blends/fade.h"
+#include "frame/platform_module.h"
+#include "frame/zv_transition.h"
+#include "host/transition_registry.h"
+
+namespace zv {
+namespace {
+
+typedef const char*(ZV_STDCALL* LoadStringFn)(unsigned int id, ZvModule module);
+
+// Set by zvTranInit and never cleared: a later init that finds no controls
+// module keeps what an earlier one resolved.
+LoadStringFn g_load_string = nullptr;
+
+// Stands in for a transition this build does not draw: it behaves like any
+// entry up to the point of drawing, then reports that it drew nothing.
+int ZV_STDCALL not_implemented_transition(Image* out, Image* a, Image* b, TransitionParams* params) {
+  int result = transition_prologue(out, a, b, params);
+  return result == kProceed ? kTransitionNotImplemented : result;
+}
+
+// Registration order: the place in this table is the transition's id.
+const TransitionOp kEntries[kTransitionCount] = {
+    not_implemented_transition,  // 1 Line Based Wipe
+    not_implemented_transition,  // 2 Push Based Wipe
+    not_implemented_transition,  // 3 Slide Based Wipe
+    not_implemented_transition,  // 4 Haul Based Wipe
+    not_implemented_transition,  // 5 Region Based Wipe
+    not_implemented_transition,  // 6 Clock Based Wipe
+    not_implemented_transition,  // 7 Rotate Based Wipe
+    not_implemented_transition,  // 8 Center Rotate Wipe
+    not_implemented_transition,  // 9 Cross Based Wipe
+    not_implemented_transition,  // 10 Blind Based Wipe
+    not_implemented_transition,  // 11 Build Based Wipe
+    not_implemented_transition,  // 12 Spiral Based Wipe
+    not_implemented_transition,  // 13 Zoom
+    fade_transition,             // 14 Fade
+    not_implemented_transition,  // 15 Mosaic Based Wipe
+    not_implemented_transition,  // 16 Picture in picture
+    not_implemented_transition,  // 17 Overlap Alpha Blend
+    not_implemented_transition,  // 18 3D Roll
+    not_implemented_transition,  // 19 Wipe
+    not_implemented_transition,  // 20 Split
+    not_implemented_transition,  // 21 Center Split
+    not_implemented_transition,  // 22 Double Slide
+    not_implemented_transition,  // 23 Triangle Rotate
+    not_implemented_transition,  // 24 Triangle Push
+    not_implemented_transition,  // 25 Triangle Slide
+    not_implemented_transition,  // 26 3D Page Turn
+    not_implemented_transition,  // 27 3D Center Peel
+    not_implemented_transition,  // 28 3D Peel Back
+    not_implemented_transition,  // 29 Obscure
+    not_implemented_transition,  // 30 Split Back
+    not_implemented_transition,  // 31 Single Triangle Door
+    not_implemented_transition,  // 32 Multi-Triangle Door
+    not_implemented_transition,  // 33 Swap
+    not_implemented_transition,  // 34 3D Curtain
+    not_implemented_transition,  // 35 Swing
+    not_implemented_transition,  // 36 Add Dissolve
+    not_implemented_transition,  // 37 Non Add Dissolve
+    not_implemented_transition,  // 38 Random Dissolve
+    not_implemented_transition,  // 39 Gradient Wipe
+    not_implemented_transition,  // 40 Stretch In
+    not_implemented_transition,  // 41 Mesh
+    not_implemented_transition,  // 42 3D Rotary Cube
+    not_implemented_transition,  // 43 3D Flag
+    not_implemented_transition,  // 44 User-Defined Zoom
+    not_implemented_transition,  // 45 Cross Zoom
+    not_implemented_transition,  // 46 Zoom Box
+    not_implemented_transition,  // 47 3D Projection
+    not_implemented_transition,  // 48 3D Fold
+    not_implemented_transition,  // 49 3D Drive Off
+    not_implemented_transition,  // 50 3D Z-Stretch
+    not_implemented_transition,  // 51 3D Window Grid
+    not_implemented_transition,  // 52 3D Folding Box
+    not_implemented_transition,  // 53 X Ray
+    not_implemented_transition,  // 54 Gauze
+    not_implemented_transition,  // 55 Image Spiral
+    not_implemented_transition,  // 56 Edge Feather
+    not_implemented_transition,  // 57 3D Cube
+    not_implemented_transition,  // 58 3D Flip
+    not_implemented_transition,  // 59 3D Door
+    not_implemented_transition,  // 60 3D Bubbles
+    not_implemented_transition,  // 61 3D Distort
+    not_implemented_transition,  // 62 Patch
+    not_implemented_transition,  // 63 Wind
+    not_implemented_transition,  // 64 3D Shatter
+    not_implemented_transition,  // 65 Lens
+    not_implemented_transition,  // 66 Blend
+};
+
+// A host that already holds more than this many transitions is taken to hold
+// this library's set already (kept as hosts expect).
+constexpr int kAlreadyRegisteredThreshold = 10;
+
+}  // namespace
+
+const char* load_library_string(unsigned int id) {
+  if (!g_load_string) return nullptr;
+  // Our own module by its fixed file name, not by the handle we were loaded with.
+  return g_load_string(id, find_loaded_module(kTransitionModuleName));
+}
+
+TransitionOp transition_entry(int id) {
+  return (id >= 1 && id <= kTransitionCount) ? kEntries[id - 1] : nullptr;
+}
+
+bool transition_is_implemented(int id) {
+  TransitionOp entry = transition_entry(id);
+  return entry && entry != not_implemented_transition;
+}
+
+}  // namespace zv
+
+int ZV_STDCALL zvTranInit() {
+  if (ZvModule controls = zv::find_loaded_module(zv::kControlsModuleName)) {
+    zv::g_load_string = reinterpret_cast<zv::LoadStringFn>(zv::find_module_symbol(controls, zv::kLoadStringSymbol));
+  }
+  if (!zv::g_load_string) return 0;
+  if (transition_get_op_count() > zv::kAlreadyRegisteredThreshold) return 1;
+  for (int id = 1; id <= zv::kTransitionCount; ++id) {
+    transition_add_op(zv::kEntries[id - 1], zv::load_library_string(static_cast<unsigned int>(id)));
+  }
+  return 1;
+}

@@ -1,0 +1,58 @@
+#include "host/transition_registry.h"
+
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace {
+
+struct RegisteredOp {
+  TransitionOp op;
+  bool has_name;
+  std::string name;
+};
+
+std::mutex g_mutex;
+std::vector<RegisteredOp>& ops() {
+  static std::vector<RegisteredOp> registry;
+  return registry;
+}
+
+}  // namespace
+
+int ZV_STDCALL transition_add_op(TransitionOp op, const char* name) {
+  std::lock_guard<std::mutex> lock(g_mutex);
+  ops().push_back({op, name != nullptr, name ? name : ""});
+  return static_cast<int>(ops().size());
+}
+
+int ZV_STDCALL transition_get_op_count() {
+  std::lock_guard<std::mutex> lock(g_mutex);
+  return static_cast<int>(ops().size());
+}
+
+int ZV_STDCALL transition_get_op_id(const char* name) {
+  if (!name) return 0;
+  std::lock_guard<std::mutex> lock(g_mutex);
+  for (size_t i = 0; i < ops().size(); ++i) {
+    if (ops()[i].has_name && ops()[i].name == name) return static_cast<int>(i + 1);
+  }
+  return 0;
+}
+
+TransitionOp transition_get_op(int id) {
+  std::lock_guard<std::mutex> lock(g_mutex);
+  if (id < 1 || id > static_cast<int>(ops().size())) return nullptr;
+  return ops()[id - 1].op;
+}
+
+const char* transition_get_op_name(int id) {
+  std::lock_guard<std::mutex> lock(g_mutex);
+  if (id < 1 || id > static_cast<int>(ops().size()) || !ops()[id - 1].has_name) return nullptr;
+  return ops()[id - 1].name.c_str();
+}
+
+void transition_clear_ops() {
+  std::lock_guard<std::mutex> lock(g_mutex);
+  ops().clear();
+}

@@ -1,0 +1,17 @@
+// The host's transition registry: transitions are added in order and their id
+// is their 1-based place in that order.
+#pragma once
+
+#include "frame/transition_op.h"
+#include "host/host_api.h"
+
+ZV_ZORVAN_API int ZV_STDCALL transition_add_op(TransitionOp op, const char* name);
+ZV_ZORVAN_API int ZV_STDCALL transition_get_op_count();
+// The id registered under `name`, or 0 when there is none.
+ZV_ZORVAN_API int ZV_STDCALL transition_get_op_id(const char* name);
+
+// What the host itself uses to run a registered transition.
+ZV_ZORVAN_API TransitionOp transition_get_op(int id);
+ZV_ZORVAN_API const char* transition_get_op_name(int id);
+// Forgets every registered transition (a host reloading its plug-ins).
+ZV_ZORVAN_API void transition_clear_ops();

@@ -1,0 +1,27 @@
+// Conversion between 24-bit bottom-up bitmaps (BGR, rows padded to 4 bytes)
+// and 4:2:0 planes, in BT.601 studio range with fixed-point integer arithmetic.
+#pragma once
+
+#include <cstdint>
+
+#include "frame/abi.h"
+#include "host/bitmap_header.h"
+
+// Only the even part of the picture is converted; nothing for a height below 2
+// or a negative (top-down) height.
+ZV_API void ZV_STDCALL Rgb24_2_yuv420(uint8_t* y, uint8_t* u, uint8_t* v, int y_stride, int u_stride, int v_stride,
+                                      const BITMAPINFOHEADER* header, const uint8_t* pixels);
+ZV_API void ZV_STDCALL Yuv420_2_rgb24(const BITMAPINFOHEADER* header, uint8_t* pixels, const uint8_t* y,
+                                      const uint8_t* u, const uint8_t* v, int y_stride, int u_stride, int v_stride);
+
+namespace zv {
+
+// Bytes in one row of a 24-bit bitmap of `width` pixels.
+inline int dib_row_bytes(int width) { return ((width * 24 + 31) >> 5) * 4; }
+
+// Studio-range YUV of one RGB colour (14-bit fixed point).
+inline int rgb_to_y(int r, int g, int b) { return ((4211 * r + 8258 * g + 1606 * b) >> 14) + 16; }
+inline int rgb_to_u(int r, int g, int b) { return ((7193 * b - 4768 * g - 2425 * r) >> 14) + 128; }
+inline int rgb_to_v(int r, int g, int b) { return ((7193 * r - 6029 * g - 1163 * b) >> 14) + 128; }
+
+}  // namespace zv

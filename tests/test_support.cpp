@@ -1,0 +1,70 @@
+#include "tests/test_support.h"
+
+#include <cstring>
+#include <random>
+
+#include "frame/zv_transition.h"
+#include "host/transition_registry.h"
+
+namespace zvtest {
+
+static uint8_t* plane_data(const Image& image, int plane) {
+  return plane == 0 ? image.get_Y() : plane == 1 ? image.get_U() : image.get_V();
+}
+
+ImagePtr solid_frame(int width, int height, uint8_t y, uint8_t u, uint8_t v) {
+  auto image = std::make_unique<Image>(width, height);
+  const uint8_t values[3] = {y, u, v};
+  for (int p = 0; p < 3; ++p) std::memset(plane_data(*image, p), values[p], image->plane_size(p));
+  return image;
+}
+
+ImagePtr random_frame(int width, int height, uint32_t seed) {
+  auto image = std::make_unique<Image>(width, height);
+  std::mt19937 gen(seed);
+  for (int p = 0; p < 3; ++p) {
+    uint8_t* data = plane_data(*image, p);
+    for (size_t i = 0; i < image->plane_size(p); ++i) data[i] = static_cast<uint8_t>(gen());
+  }
+  return image;
+}
+
+TransitionParams make_params(int style, double position, double duration) {
+  TransitionParams params;
+  std::memset(&params, 0, sizeof params);
+  params.style = style;
+  params.position = position;
+  params.duration = duration;
+  params.enabled = 1;
+  return params;
+}
+
+std::vector<uint8_t> plane_bytes(const Image& image, int plane) {
+  const uint8_t* data = plane_data(image, plane);
+  return std::vector<uint8_t>(data, data + image.plane_size(plane));
+}
+
+std::vector<uint8_t> frame_bytes(const Image& image) {
+  std::vector<uint8_t> all;
+  for (int p = 0; p < 3; ++p) {
+    auto bytes = plane_bytes(image, p);
+    all.insert(all.end(), bytes.begin(), bytes.end());
+  }
+  return all;
+}
+
+uint8_t sample(const Image& image, int plane, int x, int y) {
+  const int stride = plane == 0 ? image.width : image.width / 2;
+  return plane_data(image, plane)[static_cast<long>(y) * stride + x];
+}
+
+void reset_random_state() {
+  // Nothing draws random numbers yet.
+}
+
+void register_library() {
+  transition_clear_ops();
+  zvTranInit();
+}
+
+}  // namespace zvtest
