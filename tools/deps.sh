@@ -2,7 +2,7 @@
 # any is missing (as root, or through sudo).
 
 ZV_PACKAGES=(
-  build-essential cmake ninja-build pkg-config
+  build-essential cmake ninja-build pkg-config python3
   libgtest-dev libgmock-dev libbenchmark-dev
 )
 

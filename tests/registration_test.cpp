@@ -1,0 +1,132 @@
+// Registration with the host and the style/parameter catalogue.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "frame/registration.h"
+#include "frame/zv_transition.h"
+#include "host/transition_registry.h"
+#include "tests/test_support.h"
+
+namespace {
+
+int ZV_STDCALL host_transition(Image*, Image*, Image*, TransitionParams*) { return 0; }
+
+class RegistrationThresholdTest : public ::testing::TestWithParam<int> {};
+
+// A host already holding more than ten transitions is taken to hold ours.
+TEST_P(RegistrationThresholdTest, RegistersOnlyWhenTheHostHoldsTenOrFewer) {
+  const int held = GetParam();
+  transition_clear_ops();
+  for (int i = 0; i < held; ++i) transition_add_op(host_transition, ("host " + std::to_string(i)).c_str());
+  EXPECT_EQ(zvTranInit(), 1);
+  EXPECT_EQ(transition_get_op_count(), held <= 10 ? held + 66 : held);
+  if (held <= 10) {
+    EXPECT_STREQ(transition_get_op_name(held + 1), "Line Based Wipe");
+    EXPECT_STREQ(transition_get_op_name(held + 17), "Overlap Alpha Blend");
+    EXPECT_STREQ(transition_get_op_name(held + 66), "Blend");
+    EXPECT_EQ(transition_get_op(held + 14), zv::transition_entry(14));
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(HeldByHost, RegistrationThresholdTest, ::testing::Values(0, 10, 11));
+
+TEST(RegistrationTest, EveryIdIsRegisteredInOrderWithItsOwnEntry) {
+  zvtest::register_library();
+  ASSERT_EQ(transition_get_op_count(), 66);
+  for (int id = 1; id <= 66; ++id) {
+    EXPECT_EQ(transition_get_op(id), zv::transition_entry(id)) << id;
+    EXPECT_STREQ(transition_get_op_name(id), zv::load_library_string(id)) << id;
+  }
+  EXPECT_EQ(transition_get_op_id("3D Door"), 59);
+  // A second init finds the set registered and adds nothing.
+  EXPECT_EQ(zvTranInit(), 1);
+  EXPECT_EQ(transition_get_op_count(), 66);
+}
+
+TEST(RegistrationTest, PlaceholdersRunThePrologueAndDrawNothing) {
+  if (zv::transition_is_implemented(65)) GTEST_SKIP() << "every id is implemented";
+  auto a = zvtest::solid_frame(4, 4, 9, 9, 9), b = zvtest::solid_frame(4, 4, 9, 9, 9);
+  auto out = zvtest::solid_frame(4, 4, 1, 1, 1);
+  a->set_frame_flags(3);
+  TransitionParams params = zvtest::make_params(0, 0.5);
+  EXPECT_EQ(zv::transition_entry(65)(out.get(), a.get(), b.get(), &params), kTransitionNotImplemented);
+  EXPECT_EQ(out->frame_flags(), 3);
+  EXPECT_EQ(zvtest::frame_bytes(*out), zvtest::frame_bytes(*zvtest::solid_frame(4, 4, 1, 1, 1)));
+}
+
+struct StyleCase {
+  int id, count, names;
+};
+
+class StyleListTest : public ::testing::TestWithParam<StyleCase> {};
+
+// Hosts rely on the counts, which deliberately disagree with some lists.
+TEST_P(StyleListTest, CountAndListKeepTheirDisagreements) {
+  zvtest::register_library();
+  const StyleCase c = GetParam();
+  EXPECT_EQ(zvTranGetStyleCount(c.id), c.count);
+  const char** names = zvTranGetStyleName(c.id);
+  if (c.names == 0) {
+    EXPECT_EQ(names, nullptr);
+    return;
+  }
+  ASSERT_NE(names, nullptr);
+  EXPECT_NE(names[c.names - 1], nullptr);
+}
+
+INSTANTIATE_TEST_SUITE_P(Ids, StyleListTest,
+                         ::testing::Values(StyleCase{21, 2, 6}, StyleCase{22, 2, 8}, StyleCase{40, 2, 8},
+                                           StyleCase{39, 4, 8}, StyleCase{58, 4, 8}, StyleCase{17, 0, 0},
+                                           StyleCase{34, 0, 1}, StyleCase{0, 0, 0}, StyleCase{67, 0, 0},
+                                           StyleCase{-1, 0, 0}));
+
+TEST(StyleListTest, NamesComeFromTheLatestCall) {
+  zvtest::register_library();
+  const char** region = zvTranGetStyleName(5);
+  EXPECT_STREQ(region[7], "Diamond Close");
+  const char** fade = zvTranGetStyleName(14);
+  EXPECT_EQ(fade, region);  // one shared array, overwritten
+  EXPECT_STREQ(fade[0], "Normal Switch");
+  EXPECT_STREQ(fade[7], "Bottom to Top");
+  // A shorter list leaves the entries beyond it as the last call set them.
+  const char** split = zvTranGetStyleName(20);
+  EXPECT_STREQ(split[5], "Vertical Close");
+  const char* third = split[2];
+  EXPECT_STREQ(zvTranGetStyleName(12)[1], "Clockwise");
+  EXPECT_EQ(split[2], third);
+  // The empty-name ids set entry 0 only.
+  EXPECT_STREQ(zvTranGetStyleName(37)[0], "");
+  EXPECT_STREQ(zvTranGetStyleName(37)[1], "Clockwise");
+}
+
+TEST(ParamExplainTest, LabelsByIdKeepTheirBlanksAndQuirks) {
+  zvtest::register_library();
+  zvTarnParamExplain* e = zvTranGetParamExplain(16);
+  ASSERT_EQ(e->count, 3);
+  EXPECT_STREQ(e->labels[0], "Style:");
+  EXPECT_STREQ(e->labels[1], "Position(x, y) :");
+  EXPECT_STREQ(e->labels[2], "     Size(width,height) : ");
+  EXPECT_EQ(e->labels[3], nullptr);
+  EXPECT_EQ(zvTranGetParamExplain(47)->count, 0);  // three styles, yet no labels
+  e = zvTranGetParamExplain(34);
+  EXPECT_EQ(e->count, 1);
+  EXPECT_EQ(e->labels[0], nullptr);
+  EXPECT_EQ(zvTranGetParamExplain(17)->count, 0);
+  EXPECT_EQ(zvTranGetParamExplain(67)->count, 0);
+  EXPECT_STREQ(zvTranGetParamExplain(46)->labels[2], "Box_Y (<50): ");
+}
+
+TEST(ParamExplainTest, ByNameUsesTheHostsIdAsItComes) {
+  transition_clear_ops();
+  for (int i = 0; i < 10; ++i) transition_add_op(host_transition, ("host " + std::to_string(i)).c_str());
+  ASSERT_EQ(zvTranInit(), 1);
+  // "Fade" is the host's id 24, which the catalogue reads as Triangle Push.
+  EXPECT_EQ(zvTranGetParamExplain("Fade")->count, 1);
+  EXPECT_EQ(zvTranGetParamExplain("Cross Based Wipe")->count, 3);  // host id 19, read as Wipe
+  EXPECT_EQ(zvTranGetParamExplain("Unknown")->count, 0);
+  zvtest::register_library();
+  EXPECT_EQ(zvTranGetParamExplain("Cross Based Wipe")->count, 2);
+}
+
+}  // namespace
