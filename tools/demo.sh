@@ -5,7 +5,7 @@ cd "$(dirname "$0")/.."
 source tools/deps.sh
 zv_ensure_packages
 
-zv_build build -DCMAKE_BUILD_TYPE=Release -DZV_BUILD_TESTS=OFF -DZV_BUILD_BENCH=OFF
+ZV_TARGETS=zvtran zv_build build -DCMAKE_BUILD_TYPE=Release
 build/bin/zvtran catalogue
 echo
 echo "Fade, style 0 at position 0.5 of a black frame (a) into a white one (b):"

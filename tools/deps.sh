@@ -19,10 +19,13 @@ zv_ensure_packages() {
   DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
-# Configures and builds into $1 with the remaining arguments passed to cmake.
+# Configures build folder $1 with the cmake options that follow, then builds
+# the targets named in ZV_TARGETS (everything when unset).
 zv_build() {
   local dir=$1
   shift
   cmake -S . -B "$dir" -G Ninja "$@" >/dev/null
-  cmake --build "$dir" -j "$(nproc)"
+  local targets=()
+  for t in ${ZV_TARGETS:-}; do targets+=(--target "$t"); done
+  cmake --build "$dir" -j "$(nproc)" "${targets[@]}"
 }

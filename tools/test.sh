@@ -6,10 +6,10 @@ cd "$(dirname "$0")/.."
 source tools/deps.sh
 zv_ensure_packages
 
-zv_build build -DCMAKE_BUILD_TYPE=Release
+zv_build build -DCMAKE_BUILD_TYPE=Release -DZV_BUILD_TESTS=ON -DZV_BUILD_BENCH=ON
 (cd build && ctest --output-on-failure -j "$(nproc)")
 
-zv_build build-sanitize -DCMAKE_BUILD_TYPE=Debug -DZV_SANITIZE=ON -DZV_BUILD_BENCH=OFF
+zv_build build-sanitize -DCMAKE_BUILD_TYPE=Debug -DZV_SANITIZE=ON -DZV_BUILD_TESTS=ON -DZV_BUILD_BENCH=OFF
 export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 (cd build-sanitize && ctest --output-on-failure -j "$(nproc)")
