@@ -1,6 +1,8 @@
 // Line Based Wipe: where the edge lies on each plane, for each style.
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include "tests/test_support.h"
 #include "wipes/line_wipe.h"
 
@@ -34,6 +36,10 @@ const LineCase kCases[] = {
     {6, 10, 6, 0.25, {7, 10, 0, 2}, {4, 5, 0, 1}},
     {7, 10, 6, 0.25, {7, 10, 4, 6}, {4, 5, 2, 3}},
 };
+
+void PrintTo(const LineCase& c, std::ostream* os) {
+  *os << "style " << c.style << " " << c.width << "x" << c.height << " at " << c.progress;
+}
 
 class LineWipeTest : public ::testing::TestWithParam<LineCase> {};
 

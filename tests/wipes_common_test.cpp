@@ -3,6 +3,7 @@
 // centred common area when the three frames differ in size.
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <set>
 #include <string>
 #include <utility>
@@ -38,6 +39,8 @@ const Wipe kWipes[] = {
     // (with 10 strips on 64 or 32 columns it is not).
     {10, 8, {5, 7}, {4, 6}, {}},
 };
+
+void PrintTo(const Wipe& w, std::ostream* os) { *os << "id " << w.id; }
 
 std::vector<Wipe> implemented() {
   std::vector<Wipe> wipes;
@@ -108,6 +111,18 @@ TEST_P(WipesCommonTest, FramesOfThreeSizesWriteOnlyTheCommonArea) {
         }
       }
     }
+  }
+}
+
+// A zero duration gives a NaN progress, which the clamp lets through: every
+// style must still return 0 without touching memory it was not given.
+TEST_P(WipesCommonTest, NanProgressIsSafe) {
+  const Wipe& w = GetParam();
+  ImagePtr a = zvtest::random_frame(37, 21, 1), b = zvtest::random_frame(33, 25, 2);
+  ImagePtr out = zvtest::random_frame(41, 17, 3);
+  for (int style = 0; style < w.styles; ++style) {
+    TransitionParams params = zvtest::make_params(style, 0.5, 0.0);
+    EXPECT_EQ(zv::transition_entry(w.id)(out.get(), a.get(), b.get(), &params), 0) << "style " << style;
   }
 }
 
