@@ -4,6 +4,8 @@
 #include "frame/platform_module.h"
 #include "frame/zv_transition.h"
 #include "host/transition_registry.h"
+#include "wipes/line_wipe.h"
+#include "wipes/push_slide_haul.h"
 
 namespace zv {
 namespace {
@@ -23,10 +25,10 @@ int ZV_STDCALL not_implemented_transition(Image* out, Image* a, Image* b, Transi
 
 // Registration order: the place in this table is the transition's id.
 const TransitionOp kEntries[kTransitionCount] = {
-    not_implemented_transition,  // 1 Line Based Wipe
-    not_implemented_transition,  // 2 Push Based Wipe
-    not_implemented_transition,  // 3 Slide Based Wipe
-    not_implemented_transition,  // 4 Haul Based Wipe
+    line_based_wipe,             // 1 Line Based Wipe
+    push_based_wipe,             // 2 Push Based Wipe
+    slide_based_wipe,            // 3 Slide Based Wipe
+    haul_based_wipe,             // 4 Haul Based Wipe
     not_implemented_transition,  // 5 Region Based Wipe
     not_implemented_transition,  // 6 Clock Based Wipe
     not_implemented_transition,  // 7 Rotate Based Wipe
