@@ -5,14 +5,10 @@
 #include <cstring>
 
 #include "blends/dissolve_rows.h"
-#include "blends/random.h"
 #include "frame/kernel_path.h"
 
 namespace zv {
 namespace {
-
-// Draws are made in chunks of this many samples on the fast path.
-constexpr int kDrawChunk = 1024;
 
 // Copies the region's rows from `src` (a's or b's region start) into out.
 void copy_region(const CommonRegion& r, const uint8_t* src, int src_stride) {
@@ -138,20 +134,12 @@ void random_dissolve_plane(const PlaneView& out, const PlaneView& a, const Plane
   // The whole decision depends on the draw alone: a table over all 32768
   // values. Draws below ceil(threshold) are exactly those below threshold.
   const int below = threshold > 0.0 ? static_cast<int>(std::ceil(threshold)) : 0;
-  uint8_t pick_b_for[kRandMax + 1];
-  for (int v = 0; v <= kRandMax; ++v) pick_b_for[v] = v % (n + 1) < below ? 0xFF : 0;
-  uint16_t draws[kDrawChunk];
-  uint8_t mask[kDrawChunk];
+  bool pick_b_for[kRandMax + 1];
+  for (int v = 0; v <= kRandMax; ++v) pick_b_for[v] = v % (n + 1) < below;
   for (int row = 0; row < r.height; ++row) {
-    uint8_t* o = r.out + static_cast<long>(row) * r.out_stride;
-    const uint8_t* pa = r.a + static_cast<long>(row) * r.a_stride;
-    const uint8_t* pb = r.b + static_cast<long>(row) * r.b_stride;
-    for (int x = 0; x < r.width; x += kDrawChunk) {
-      const int len = std::min(kDrawChunk, r.width - x);
-      rand_fill(draws, len);
-      for (int i = 0; i < len; ++i) mask[i] = pick_b_for[draws[i]];
-      select_row(o + x, pa + x, pb + x, mask, len);
-    }
+    select_row_by_draws(r.out + static_cast<long>(row) * r.out_stride, r.a + static_cast<long>(row) * r.a_stride,
+                        r.b + static_cast<long>(row) * r.b_stride, r.width,
+                        [&pick_b_for](int draw, int) { return pick_b_for[draw]; });
   }
 }
 

@@ -12,7 +12,6 @@ namespace zv {
 namespace {
 
 constexpr int kLastFoldedStyle = 3;
-constexpr int kDrawChunk = 1024;
 
 inline int draw_257() { return zv::rand() % 257; }
 
@@ -42,8 +41,6 @@ void horizontal_band(const CommonRegion& r, int k, bool far_side) {
     thresholds.resize(static_cast<size_t>(k));
     for (int x = 0; x < k; ++x) thresholds[x] = static_cast<uint16_t>(column_threshold(x, k, w, far_side));
   }
-  uint16_t draws[kDrawChunk];
-  uint8_t pick_second[kDrawChunk];
   for (int row = 0; row < r.height; ++row) {
     uint8_t* o = r.out + static_cast<long>(row) * r.out_stride;
     const uint8_t* s1 = r.a + static_cast<long>(row) * r.a_stride;
@@ -56,19 +53,12 @@ void horizontal_band(const CommonRegion& r, int k, bool far_side) {
       for (int x = 0; x < k; ++x) o[x] = draw_257() <= column_threshold(x, k, w, far_side) ? s1[x] : s2[x];
       continue;
     }
-    for (int x = 0; x < k; x += kDrawChunk) {
-      const int len = std::min(kDrawChunk, k - x);
-      rand_fill(draws, len);
-      for (int i = 0; i < len; ++i) pick_second[i] = draws[i] % 257 > thresholds[x + i] ? 0xFF : 0;
-      select_row(o + x, s1 + x, s2 + x, pick_second, len);
-    }
+    select_row_by_draws(o, s1, s2, k, [&thresholds](int draw, int x) { return draw % 257 > thresholds[x]; });
   }
 }
 
 void vertical_band(const CommonRegion& r, int kr, bool far_side) {
   const int h = r.height, w = r.width, band_start = far_side ? h - kr : 0;
-  uint16_t draws[kDrawChunk];
-  uint8_t pick_second[kDrawChunk];
   for (int row = 0; row < h; ++row) {
     uint8_t* o = r.out + static_cast<long>(row) * r.out_stride;
     const uint8_t* s1 = r.a + static_cast<long>(row) * r.a_stride;
@@ -85,13 +75,7 @@ void vertical_band(const CommonRegion& r, int kr, bool far_side) {
       for (int x = 0; x < w; ++x) o[x] = (draw_257() <= limit) != far_side ? s1[x] : s2[x];
       continue;
     }
-    const uint8_t at_or_below = far_side ? 0xFF : 0, above = far_side ? 0 : 0xFF;
-    for (int x = 0; x < w; x += kDrawChunk) {
-      const int len = std::min(kDrawChunk, w - x);
-      rand_fill(draws, len);
-      for (int i = 0; i < len; ++i) pick_second[i] = draws[i] % 257 <= limit ? at_or_below : above;
-      select_row(o + x, s1 + x, s2 + x, pick_second, len);
-    }
+    select_row_by_draws(o, s1, s2, w, [limit, far_side](int draw, int) { return (draw % 257 <= limit) == far_side; });
   }
 }
 
