@@ -196,4 +196,20 @@ INSTANTIATE_TEST_SUITE_P(Transitions, CentredRegionTest,
                                            RegionCase{39, 0, 0.3}, RegionCase{39, 3, 0.8}, RegionCase{15, 0, 0.6},
                                            RegionCase{15, 9, 0.6}));
 
+// NaN progress (zero duration), huge parameters, empty and tiny frames: a
+// result of 0 and no access outside the planes (the sanitizer build checks).
+TEST(FamilyDegenerateInputs, AreHarmless) {
+  for (int id : {15, 36, 37, 38, 39}) {
+    for (int style : {0, 3, 5, -7}) {
+      for (auto [w, h] : {std::pair{0, 0}, std::pair{1, 1}, std::pair{3, 1}}) {
+        ImagePtr a = zvtest::random_frame(9, 7, 1), b = zvtest::random_frame(w, h, 2), out = zvtest::random_frame(5, 3, 3);
+        TransitionParams params = make_params(style, 0.5, 0.0);
+        params.param1 = INT32_MIN;
+        params.param2 = 1e300;
+        EXPECT_EQ(zv::transition_entry(id)(out.get(), a.get(), b.get(), &params), 0) << id;
+      }
+    }
+  }
+}
+
 }  // namespace
