@@ -202,7 +202,8 @@ TEST(FamilyDegenerateInputs, AreHarmless) {
   for (int id : {15, 36, 37, 38, 39}) {
     for (int style : {0, 3, 5, -7}) {
       for (auto [w, h] : {std::pair{0, 0}, std::pair{1, 1}, std::pair{3, 1}}) {
-        ImagePtr a = zvtest::random_frame(9, 7, 1), b = zvtest::random_frame(w, h, 2), out = zvtest::random_frame(5, 3, 3);
+        ImagePtr a = zvtest::random_frame(9, 7, 1), b = zvtest::random_frame(w, h, 2);
+        ImagePtr out = zvtest::random_frame(5, 3, 3);
         TransitionParams params = make_params(style, 0.5, 0.0);
         params.param1 = INT32_MIN;
         params.param2 = 1e300;

@@ -40,7 +40,8 @@ class GradientWipeEnds : public ::testing::TestWithParam<int> {};
 
 TEST_P(GradientWipeEnds, ProgressZeroIsAAndOneIsB) {
   const int style = GetParam();
-  ImagePtr a = zvtest::random_frame(33, 17, 1), b = zvtest::random_frame(33, 17, 2), out = zvtest::random_frame(33, 17, 3);
+  ImagePtr a = zvtest::random_frame(33, 17, 1), b = zvtest::random_frame(33, 17, 2);
+  ImagePtr out = zvtest::random_frame(33, 17, 3);
   TransitionParams params = zvtest::make_params(style, 0.0);
   zv::transition_entry(39)(out.get(), a.get(), b.get(), &params);
   EXPECT_EQ(zvtest::frame_bytes(*out), zvtest::frame_bytes(*a));
