@@ -1,6 +1,9 @@
 #include "frame/registration.h"
 
+#include "blends/dissolves.h"
 #include "blends/fade.h"
+#include "blends/gradient_wipe.h"
+#include "blends/mosaic.h"
 #include "frame/platform_module.h"
 #include "frame/zv_transition.h"
 #include "host/transition_registry.h"
@@ -39,7 +42,7 @@ const TransitionOp kEntries[kTransitionCount] = {
     not_implemented_transition,  // 12 Spiral Based Wipe
     not_implemented_transition,  // 13 Zoom
     fade_transition,             // 14 Fade
-    not_implemented_transition,  // 15 Mosaic Based Wipe
+    mosaic_based_wipe,           // 15 Mosaic Based Wipe
     not_implemented_transition,  // 16 Picture in picture
     not_implemented_transition,  // 17 Overlap Alpha Blend
     not_implemented_transition,  // 18 3D Roll
@@ -60,10 +63,10 @@ const TransitionOp kEntries[kTransitionCount] = {
     not_implemented_transition,  // 33 Swap
     not_implemented_transition,  // 34 3D Curtain
     not_implemented_transition,  // 35 Swing
-    not_implemented_transition,  // 36 Add Dissolve
-    not_implemented_transition,  // 37 Non Add Dissolve
-    not_implemented_transition,  // 38 Random Dissolve
-    not_implemented_transition,  // 39 Gradient Wipe
+    add_dissolve,                // 36 Add Dissolve
+    non_add_dissolve,            // 37 Non Add Dissolve
+    random_dissolve,             // 38 Random Dissolve
+    gradient_wipe,               // 39 Gradient Wipe
     not_implemented_transition,  // 40 Stretch In
     not_implemented_transition,  // 41 Mesh
     not_implemented_transition,  // 42 3D Rotary Cube

@@ -3,6 +3,7 @@
 #include <cstring>
 #include <random>
 
+#include "blends/random.h"
 #include "frame/zv_transition.h"
 #include "host/transition_registry.h"
 
@@ -58,9 +59,7 @@ uint8_t sample(const Image& image, int plane, int x, int y) {
   return plane_data(image, plane)[static_cast<long>(y) * stride + x];
 }
 
-void reset_random_state() {
-  // Nothing draws random numbers yet.
-}
+void reset_random_state() { zv::set_random_state(12345); }
 
 void register_library() {
   transition_clear_ops();

@@ -1,0 +1,97 @@
+// Gradient Wipe: exact plain parts, dithered band statistics, the styles that
+// take their variant from the progress value.
+#include <gtest/gtest.h>
+
+#include "frame/registration.h"
+#include "tests/test_support.h"
+
+namespace {
+
+using zvtest::ImagePtr;
+using zvtest::sample;
+using zvtest::solid_frame;
+
+constexpr uint8_t kA = 10, kB = 240;
+
+struct Frames {
+  ImagePtr a = solid_frame(256, 576, kA, kA, kA);
+  ImagePtr b = solid_frame(256, 576, kB, kB, kB);
+  ImagePtr out = solid_frame(256, 576, 0, 0, 0);
+
+  void run(int style, double p) {
+    TransitionParams params = zvtest::make_params(style, p);
+    ASSERT_EQ(zv::transition_entry(39)(out.get(), a.get(), b.get(), &params), 0);
+  }
+  // Share of samples equal to a in luma columns [x0, x1) of rows [y0, y1).
+  double share_of_a(int x0, int x1, int y0, int y1) const {
+    int n = 0, from_a = 0;
+    for (int y = y0; y < y1; ++y) {
+      for (int x = x0; x < x1; ++x, ++n) {
+        const uint8_t s = sample(*out, 0, x, y);
+        EXPECT_TRUE(s == kA || s == kB);
+        from_a += s == kA;
+      }
+    }
+    return static_cast<double>(from_a) / n;
+  }
+};
+
+class GradientWipeEnds : public ::testing::TestWithParam<int> {};
+
+TEST_P(GradientWipeEnds, ProgressZeroIsAAndOneIsB) {
+  const int style = GetParam();
+  ImagePtr a = zvtest::random_frame(33, 17, 1), b = zvtest::random_frame(33, 17, 2);
+  ImagePtr out = zvtest::random_frame(33, 17, 3);
+  TransitionParams params = zvtest::make_params(style, 0.0);
+  zv::transition_entry(39)(out.get(), a.get(), b.get(), &params);
+  EXPECT_EQ(zvtest::frame_bytes(*out), zvtest::frame_bytes(*a));
+  if (static_cast<unsigned>(style) <= 3) {  // the other styles do not fold progress
+    params = zvtest::make_params(style, 1.0);
+    zv::transition_entry(39)(out.get(), a.get(), b.get(), &params);
+    EXPECT_EQ(zvtest::frame_bytes(*out), zvtest::frame_bytes(*b));
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Styles, GradientWipeEnds, ::testing::Values(0, 1, 2, 3, 4, 5, 6, 7, 8, -1));
+
+TEST(GradientWipe, TopToBottomQuarterDithersTheTopHalf) {
+  Frames f;
+  f.run(2, 0.25);
+  // kr = 288: rows 288..575 are a; row 0 keeps a at 129/257, row 287 at 256/257.
+  EXPECT_EQ(f.share_of_a(0, 256, 288, 576), 1.0);
+  EXPECT_NEAR(f.share_of_a(0, 256, 0, 8), 129.0 / 257, 0.04);
+  EXPECT_GT(f.share_of_a(0, 256, 280, 288), 0.97);
+  // Chroma: 144 of 288 rows dithered, the rest a.
+  for (int y = 144; y < 288; ++y) ASSERT_EQ(sample(*f.out, 1, 5, y), kA) << y;
+}
+
+TEST(GradientWipe, MidpointOfLeftToRightIsAFullBandOfB) {
+  Frames f;
+  f.run(0, 0.5);
+  // s1 = b at the far side: column 0 is always b, the right edge almost always a.
+  EXPECT_EQ(f.share_of_a(0, 1, 0, 576), 0.0);
+  EXPECT_GT(f.share_of_a(250, 256, 0, 576), 0.97);
+  EXPECT_NEAR(f.share_of_a(126, 130, 0, 576), 0.5, 0.05);
+}
+
+TEST(GradientWipe, DiagonalStylesTakeTheVariantFromProgressBits) {
+  Frames f;
+  f.run(5, 0.5);  // low bits zero: near-side columns, t = 0.5, s1 = a
+  EXPECT_EQ(f.share_of_a(128, 256, 0, 576), 1.0);
+  EXPECT_NEAR(f.share_of_a(0, 2, 0, 576), 129.0 / 257, 0.05);
+  f.run(5, 0.3);  // low bits set: far-side rows, t = 0.3, b only near the band's bottom
+  const int band_top = 576 - 172;
+  EXPECT_EQ(f.share_of_a(0, 256, 0, band_top), 1.0);
+  EXPECT_GT(f.share_of_a(0, 256, band_top, band_top + 8), 0.98);
+  EXPECT_NEAR(f.share_of_a(0, 256, 560, 576), 1.0 - 74.0 / 257, 0.04);
+}
+
+TEST(GradientWipe, TwoCallsDither) {
+  Frames f;
+  f.run(1, 0.3);
+  const auto first = zvtest::frame_bytes(*f.out);
+  f.run(1, 0.3);
+  EXPECT_NE(zvtest::frame_bytes(*f.out), first);
+}
+
+}  // namespace
