@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <memory>
 
 #include "blends/picture_in_picture.h"
 
@@ -63,13 +62,25 @@ int clamp_box_count(int n) { return n < 1 ? 2 : std::min(n, kMaxBoxes); }
 
 int clamp_percent(int v) { return v < 1 ? 0 : std::min(v, 100); }
 
-// The scaled picture of User-Defined Zoom and Zoom Box: `b` growing over `a`,
-// or `a` shrinking over `b`.
-std::unique_ptr<ScaledImage> point_zoom_picture(int style, double p, Image* out, Image* a, Image* b) {
+// User-Defined Zoom and Zoom Box: the prologue, result 3 for other styles,
+// the scaled picture (`b` growing over `a`, or `a` shrinking over `b`), the
+// background copied into `out`, then `draw(scaled, zoom_in, p)`.
+template <typename Draw>
+int point_zoom(Image* out, Image* a, Image* b, TransitionParams* params, Draw&& draw) {
+  const int result = transition_prologue(out, a, b, params);
+  if (result != kProceed) return result;
+  const double p = clamp_progress(transition_progress(params));
+  const int style = params->style;
+  if (style != kZoomOut && style != kZoomIn) return kTransitionBadStyle;
   const int W = out->width, H = out->height;
   const int wp = round_to_int(W * p), hp = round_to_int(H * p);
-  if (style == kZoomOut) return std::make_unique<ScaledImage>(wp, hp, b);
-  return std::make_unique<ScaledImage>(wrapping_sub(W, wp), wrapping_sub(H, hp), a);
+  const bool zoom_in = style == kZoomIn;
+  const ScaledImage scaled = zoom_in ? ScaledImage(wrapping_sub(W, wp), wrapping_sub(H, hp), a)
+                                     : ScaledImage(wp, hp, b);
+  // The host's copy: `out` takes the background's pixels and its frame flags.
+  out->copy(zoom_in ? b : a, 1, 1);
+  draw(scaled, zoom_in, p);
+  return kTransitionDone;
 }
 
 }  // namespace
@@ -120,41 +131,27 @@ int ZV_STDCALL zoom_transition(Image* out, Image* a, Image* b, TransitionParams*
 }
 
 int ZV_STDCALL user_defined_zoom(Image* out, Image* a, Image* b, TransitionParams* params) {
-  const int result = transition_prologue(out, a, b, params);
-  if (result != kProceed) return result;
-  const double p = clamp_progress(transition_progress(params));
-  const int style = params->style;
-  if (style != kZoomOut && style != kZoomIn) return kTransitionBadStyle;
-  const int W = out->width, H = out->height;
-  const int cx = percent_of_width(clamp_percent(params->param1), W);
-  const int cy = percent_of_height(clamp_percent(truncate_to_int(params->param2)), H);
-  const std::unique_ptr<ScaledImage> scaled(point_zoom_picture(style, p, out, a, b));
-  // The host's copy: `out` takes the background's pixels and its frame flags.
-  out->copy(style == kZoomOut ? a : b, 1, 1);
-  for (int index = kPlaneY; index <= kPlaneV; ++index) {
-    const PlaneView po = image_plane(out, index), sp = scaled_plane(*scaled, index);
-    if (sp.height < 1) continue;
-    const bool chroma = index != kPlaneY;
-    const Origin o = zoom_origin(style == kZoomIn, p, po.width, po.height, chroma ? cx / 2 : cx,
-                                 chroma ? cy / 2 : cy, sp.width, sp.height);
-    paste_plane(po, sp, o.left, o.top, 0, sp.width, 0, sp.height);
-  }
-  return kTransitionDone;
+  return point_zoom(out, a, b, params, [&](const ScaledImage& scaled, bool zoom_in, double p) {
+    const int cx = percent_of_width(clamp_percent(params->param1), out->width);
+    const int cy = percent_of_height(clamp_percent(truncate_to_int(params->param2)), out->height);
+    for (int index = kPlaneY; index <= kPlaneV; ++index) {
+      const PlaneView po = image_plane(out, index), sp = scaled_plane(scaled, index);
+      if (sp.height < 1) continue;
+      const bool chroma = index != kPlaneY;
+      const Origin o = zoom_origin(zoom_in, p, po.width, po.height, chroma ? cx / 2 : cx, chroma ? cy / 2 : cy,
+                                   sp.width, sp.height);
+      paste_plane(po, sp, o.left, o.top, 0, sp.width, 0, sp.height);
+    }
+  });
 }
 
 int ZV_STDCALL zoom_box(Image* out, Image* a, Image* b, TransitionParams* params) {
-  const int result = transition_prologue(out, a, b, params);
-  if (result != kProceed) return result;
-  const double p = clamp_progress(transition_progress(params));
-  const int style = params->style;
-  if (style != kZoomOut && style != kZoomIn) return kTransitionBadStyle;
-  const int nx = clamp_box_count(params->param1), ny = clamp_box_count(truncate_to_int(params->param2));
-  const std::unique_ptr<ScaledImage> scaled(point_zoom_picture(style, p, out, a, b));
-  out->copy(style == kZoomOut ? a : b, 1, 1);
-  for (int index = kPlaneY; index <= kPlaneV; ++index) {
-    zoom_box_plane(image_plane(out, index), scaled_plane(*scaled, index), nx, ny, style == kZoomIn, p);
-  }
-  return kTransitionDone;
+  return point_zoom(out, a, b, params, [&](const ScaledImage& scaled, bool zoom_in, double p) {
+    const int nx = clamp_box_count(params->param1), ny = clamp_box_count(truncate_to_int(params->param2));
+    for (int index = kPlaneY; index <= kPlaneV; ++index) {
+      zoom_box_plane(image_plane(out, index), scaled_plane(scaled, index), nx, ny, zoom_in, p);
+    }
+  });
 }
 
 }  // namespace zv
