@@ -1,6 +1,7 @@
 #include "blends/zoom.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 
 #include "blends/picture_in_picture.h"
@@ -12,9 +13,10 @@ constexpr int kLastZoomStyle = 7;
 constexpr int kZoomOut = 0, kZoomIn = 1;
 constexpr int kMaxBoxes = 50;
 
-// Sizes are differences of 32-bit values; a NaN progress makes them wrap as
-// on the host's processor (to a negative size: nothing is drawn).
-int wrapping_sub(int x, int y) { return static_cast<int32_t>(static_cast<uint32_t>(x) - static_cast<uint32_t>(y)); }
+// t(size x fraction + 0.5), the part of a size that progress has reached. A
+// NaN progress reaches nothing, so that no size is ever made from an
+// indefinite integer (it would turn into a picture of gigabytes).
+int part_of(int size, double fraction) { return std::isnan(fraction) ? 0 : round_to_int(size * fraction); }
 
 // What a zoom resizes, to which size, and what lies behind it.
 struct ZoomSetup {
@@ -24,21 +26,21 @@ struct ZoomSetup {
 };
 
 ZoomSetup zoom_setup(int style, double p, Image* a, Image* b, int W, int H) {
-  const int wp = round_to_int(W * p), hp = round_to_int(H * p);
+  const int wp = part_of(W, p), hp = part_of(H, p);
   switch (style) {
     case 0: return {b, wp, H, a};
-    case 1: return {a, wrapping_sub(W, wp), H, b};
+    case 1: return {a, W - wp, H, b};
     case 2: return {b, W, hp, a};
-    case 3: return {a, W, wrapping_sub(H, hp), b};
+    case 3: return {a, W, H - hp, b};
     case 4: return {b, wp, hp, a};
-    case 5: return {a, wrapping_sub(W, wp), wrapping_sub(H, hp), b};
+    case 5: return {a, W - wp, H - hp, b};
     default: {
       // The second half is told by t(0.5 + p) being non-zero.
       const bool second_half = truncate_to_int(0.5 + p) != 0;
       const bool horizontal = style == 6;
       const int size = horizontal ? W : H;
       const int moving =
-          second_half ? round_to_int((2 * p - 1) * size) : wrapping_sub(size, round_to_int(2 * p * size));
+          second_half ? part_of(size, 2 * p - 1) : size - part_of(size, 2 * p);
       Image* source = second_half ? b : a;
       return horizontal ? ZoomSetup{source, moving, H, nullptr} : ZoomSetup{source, W, moving, nullptr};
     }
@@ -73,10 +75,9 @@ int point_zoom(Image* out, Image* a, Image* b, TransitionParams* params, Draw&& 
   const int style = params->style;
   if (style != kZoomOut && style != kZoomIn) return kTransitionBadStyle;
   const int W = out->width, H = out->height;
-  const int wp = round_to_int(W * p), hp = round_to_int(H * p);
+  const int wp = part_of(W, p), hp = part_of(H, p);
   const bool zoom_in = style == kZoomIn;
-  const ScaledImage scaled = zoom_in ? ScaledImage(wrapping_sub(W, wp), wrapping_sub(H, hp), a)
-                                     : ScaledImage(wp, hp, b);
+  const ScaledImage scaled = zoom_in ? ScaledImage(W - wp, H - hp, a) : ScaledImage(wp, hp, b);
   // The host's copy: `out` takes the background's pixels and its frame flags.
   out->copy(zoom_in ? b : a, 1, 1);
   draw(scaled, zoom_in, p);

@@ -127,7 +127,9 @@ INSTANTIATE_TEST_SUITE_P(Points, UserDefinedZoomPoint,
                          ::testing::Values(PointCase{0, 0.0, 0, 0},       // top-left corner
                                            PointCase{-5, -3.0, 0, 0},     // below 1 becomes 0
                                            PointCase{100, 100.0, 8, 4},   // bottom-right corner
-                                           PointCase{250, 1e12, 8, 0},    // X: 100 and above become 100; Y: 1e12 does not fit 32 bits, truncates to INT32_MIN, becomes 0
+                                           // X: 100 and above become 100; Y: 1e12 does not fit 32 bits, truncates
+                                           // to INT32_MIN and so becomes 0.
+                                           PointCase{250, 1e12, 8, 0},
                                            PointCase{50, 50.0, 4, 2}));   // the centre
 
 TEST(UserDefinedZoom, ZoomInShrinksAIntoThePointAndTakesBsFlags) {
