@@ -4,6 +4,7 @@
 #include <cstring>
 #include <vector>
 
+#include "blends/blend.h"
 #include "blends/blend_rows.h"
 #include "frame/kernel_path.h"
 
@@ -18,19 +19,6 @@ int clamp_weight(int k) { return std::clamp(k, 0, 256); }
 // Luma fades towards 0; chroma towards 128 with a flooring shift, kept to 8 bits.
 inline uint8_t scale_sample(int s, int w, bool chroma) {
   return chroma ? static_cast<uint8_t>((((s - 128) * w) >> 8) + 128) : static_cast<uint8_t>((s * w) >> 8);
-}
-
-void level_blend_both(const CommonRegion& r, int k) {
-  for (int row = 0; row < r.height; ++row) {
-    uint8_t* o = r.out + static_cast<long>(row) * r.out_stride;
-    const uint8_t* pa = r.a + static_cast<long>(row) * r.a_stride;
-    const uint8_t* pb = r.b + static_cast<long>(row) * r.b_stride;
-    if (use_reference_path()) {
-      for (int x = 0; x < r.width; ++x) o[x] = static_cast<uint8_t>((pa[x] * (256 - k) + pb[x] * k) >> 8);
-    } else {
-      blend_row(o, pa, pb, r.width, k);
-    }
-  }
 }
 
 void level_blend_one(const PlaneView& out, const PlaneView& src, int w, bool chroma) {
@@ -115,7 +103,7 @@ void sweep_vertical(const CommonRegion& r, const uint8_t* x, int xs, const uint8
 void fade_level_plane(const PlaneView& out, const PlaneView* a, const PlaneView* b, int k, bool chroma) {
   if (a && b) {
     CommonRegion r = common_region(out, *a, *b);
-    if (!r.empty()) level_blend_both(r, k);
+    if (!r.empty()) blend_plane(r, k);
   } else if (a) {
     level_blend_one(out, *a, 256 - k, chroma);
   } else if (b) {

@@ -1,9 +1,15 @@
 #include "frame/registration.h"
 
+#include "blends/blend.h"
 #include "blends/dissolves.h"
 #include "blends/fade.h"
 #include "blends/gradient_wipe.h"
+#include "blends/mesh.h"
 #include "blends/mosaic.h"
+#include "blends/picture_in_picture.h"
+#include "blends/stretch_in.h"
+#include "blends/x_ray.h"
+#include "blends/zoom.h"
 #include "frame/platform_module.h"
 #include "frame/zv_transition.h"
 #include "host/transition_registry.h"
@@ -40,10 +46,10 @@ const TransitionOp kEntries[kTransitionCount] = {
     not_implemented_transition,  // 10 Blind Based Wipe
     not_implemented_transition,  // 11 Build Based Wipe
     not_implemented_transition,  // 12 Spiral Based Wipe
-    not_implemented_transition,  // 13 Zoom
+    zoom_transition,             // 13 Zoom
     fade_transition,             // 14 Fade
     mosaic_based_wipe,           // 15 Mosaic Based Wipe
-    not_implemented_transition,  // 16 Picture in picture
+    picture_in_picture,          // 16 Picture in picture
     not_implemented_transition,  // 17 Overlap Alpha Blend
     not_implemented_transition,  // 18 3D Roll
     not_implemented_transition,  // 19 Wipe
@@ -67,20 +73,20 @@ const TransitionOp kEntries[kTransitionCount] = {
     non_add_dissolve,            // 37 Non Add Dissolve
     random_dissolve,             // 38 Random Dissolve
     gradient_wipe,               // 39 Gradient Wipe
-    not_implemented_transition,  // 40 Stretch In
-    not_implemented_transition,  // 41 Mesh
+    stretch_in,                  // 40 Stretch In
+    mesh_transition,             // 41 Mesh
     not_implemented_transition,  // 42 3D Rotary Cube
     not_implemented_transition,  // 43 3D Flag
-    not_implemented_transition,  // 44 User-Defined Zoom
+    user_defined_zoom,           // 44 User-Defined Zoom
     not_implemented_transition,  // 45 Cross Zoom
-    not_implemented_transition,  // 46 Zoom Box
+    zoom_box,                    // 46 Zoom Box
     not_implemented_transition,  // 47 3D Projection
     not_implemented_transition,  // 48 3D Fold
     not_implemented_transition,  // 49 3D Drive Off
     not_implemented_transition,  // 50 3D Z-Stretch
     not_implemented_transition,  // 51 3D Window Grid
     not_implemented_transition,  // 52 3D Folding Box
-    not_implemented_transition,  // 53 X Ray
+    x_ray,                       // 53 X Ray
     not_implemented_transition,  // 54 Gauze
     not_implemented_transition,  // 55 Image Spiral
     not_implemented_transition,  // 56 Edge Feather
@@ -93,7 +99,7 @@ const TransitionOp kEntries[kTransitionCount] = {
     not_implemented_transition,  // 63 Wind
     not_implemented_transition,  // 64 3D Shatter
     not_implemented_transition,  // 65 Lens
-    not_implemented_transition,  // 66 Blend
+    blend_transition,            // 66 Blend
 };
 
 // A host that already holds more than this many transitions is taken to hold
