@@ -4,6 +4,9 @@
 #include "frame/platform_module.h"
 #include "frame/zv_transition.h"
 #include "host/transition_registry.h"
+#include "wipes/region_wipe.h"
+#include "wipes/rotate_wipe.h"
+#include "wipes/strip_wipes.h"
 
 namespace zv {
 namespace {
@@ -27,12 +30,12 @@ const TransitionOp kEntries[kTransitionCount] = {
     not_implemented_transition,  // 2 Push Based Wipe
     not_implemented_transition,  // 3 Slide Based Wipe
     not_implemented_transition,  // 4 Haul Based Wipe
-    not_implemented_transition,  // 5 Region Based Wipe
+    region_based_wipe,           // 5 Region Based Wipe
     not_implemented_transition,  // 6 Clock Based Wipe
-    not_implemented_transition,  // 7 Rotate Based Wipe
+    rotate_based_wipe,           // 7 Rotate Based Wipe
     not_implemented_transition,  // 8 Center Rotate Wipe
-    not_implemented_transition,  // 9 Cross Based Wipe
-    not_implemented_transition,  // 10 Blind Based Wipe
+    cross_based_wipe,            // 9 Cross Based Wipe
+    blind_based_wipe,            // 10 Blind Based Wipe
     not_implemented_transition,  // 11 Build Based Wipe
     not_implemented_transition,  // 12 Spiral Based Wipe
     not_implemented_transition,  // 13 Zoom
