@@ -88,12 +88,8 @@ void region_wipe_plane(int style, double progress, int out_width, int out_height
 }
 
 int ZV_STDCALL region_based_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  const int result = transition_prologue(out, a, b, params);
-  if (result != kProceed) return result;
-  const double progress = clamp_progress(transition_progress(params));
-  const int style = params->style;
-  for_each_wipe_plane(out, a, b, [&](auto... plane) { region_wipe_plane(style, progress, plane...); });
-  return kTransitionDone;
+  return run_wipe(out, a, b, params,
+                  [&](double progress, auto... plane) { region_wipe_plane(params->style, progress, plane...); });
 }
 
 }  // namespace zv

@@ -62,12 +62,8 @@ void rotate_wipe_plane(int style, double progress, int out_width, int out_height
 }
 
 int ZV_STDCALL rotate_based_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  const int result = transition_prologue(out, a, b, params);
-  if (result != kProceed) return result;
-  const double progress = clamp_progress(transition_progress(params));
-  const int style = params->style;
-  for_each_wipe_plane(out, a, b, [&](auto... plane) { rotate_wipe_plane(style, progress, plane...); });
-  return kTransitionDone;
+  return run_wipe(out, a, b, params,
+                  [&](double progress, auto... plane) { rotate_wipe_plane(params->style, progress, plane...); });
 }
 
 }  // namespace zv

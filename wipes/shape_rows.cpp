@@ -100,6 +100,50 @@ std::vector<Band> cross_bands(int n, int size) {
   return bands;
 }
 
+// Horizontal bands: in each upper half-band `b` comes in from the left, in
+// each lower one from the right. Closing keeps `a` in place; opening moves it
+// out by the travel k (right in the upper half-band, left in the lower).
+void cross_horizontal(bool open, double progress, int n, int width, int height, int out_stride, int a_stride,
+                      int b_stride, uint8_t* out_start, const uint8_t* a, const uint8_t* b) {
+  if (n < 1 || width < 1 || height < 1) return;
+  // The travel is truncated, not rounded.
+  const int k = std::clamp(truncate_to_int(width * progress), 0, width);
+  const int shift = open ? k : 0;
+  for (const Band& band : cross_bands(n, height)) {
+    for (int row = band.begin; row < band.end; ++row) {
+      uint8_t* o = row_at(out_start, out_stride, row);
+      const uint8_t* pa = row_at(a, a_stride, row);
+      const uint8_t* pb = row_at(b, b_stride, row);
+      if (row < band.middle) {
+        copy_span(0, k, o, pb);
+        copy_span(k - shift, width - shift, o + shift, pa);
+      } else {
+        copy_span(0, width - k, o, pa + shift);
+        copy_span(width - k, width, o, pb);
+      }
+    }
+  }
+}
+
+// Vertical bands: `b` comes in from the top in each left half-band and from
+// the bottom in each right one; opening moves `a` down or up by the travel.
+void cross_vertical(bool open, double progress, int n, int width, int height, int out_stride, int a_stride,
+                    int b_stride, uint8_t* out_start, const uint8_t* a, const uint8_t* b) {
+  if (n < 1 || width < 1 || height < 1) return;
+  const int k = std::clamp(truncate_to_int(height * progress), 0, height);
+  const int shift = open ? k : 0;
+  const std::vector<Band> bands = cross_bands(n, width);
+  for (int row = 0; row < height; ++row) {
+    uint8_t* o = row_at(out_start, out_stride, row);
+    const uint8_t* left = row < k ? row_at(b, b_stride, row) : row_at(a, a_stride, row - shift);
+    const uint8_t* right = row < height - k ? row_at(a, a_stride, row + shift) : row_at(b, b_stride, row);
+    for (const Band& band : bands) {
+      copy_span(band.begin, band.middle, o, left);
+      copy_span(band.middle, band.end, o, right);
+    }
+  }
+}
+
 // One row of slanted strips 2W / n wide starting at `shift`.
 void slanted_row(double shift, double s, int grown, int n, int width, uint8_t* out, const uint8_t* first,
                  const uint8_t* second) {
@@ -261,69 +305,22 @@ void slanted_blinds_falling(double fraction, int n, int width, int height, int o
 
 void cross_close_horizontal(double progress, int n, int width, int height, int out_stride, int a_stride, int b_stride,
                             uint8_t* out_start, const uint8_t* a, const uint8_t* b) {
-  if (n < 1 || width < 1 || height < 1) return;
-  // The travel is truncated, not rounded.
-  const int k = std::clamp(truncate_to_int(width * progress), 0, width);
-  for (const Band& band : cross_bands(n, height)) {
-    for (int row = band.begin; row < band.end; ++row) {
-      const bool upper = row < band.middle;
-      span_row(upper ? 0 : width - k, upper ? k : width, width, row_at(out_start, out_stride, row),
-               row_at(a, a_stride, row), row_at(b, b_stride, row));
-    }
-  }
+  cross_horizontal(false, progress, n, width, height, out_stride, a_stride, b_stride, out_start, a, b);
 }
 
 void cross_open_horizontal(double progress, int n, int width, int height, int out_stride, int a_stride, int b_stride,
                            uint8_t* out_start, const uint8_t* a, const uint8_t* b) {
-  if (n < 1 || width < 1 || height < 1) return;
-  const int k = std::clamp(truncate_to_int(width * progress), 0, width);
-  for (const Band& band : cross_bands(n, height)) {
-    for (int row = band.begin; row < band.end; ++row) {
-      uint8_t* o = row_at(out_start, out_stride, row);
-      const uint8_t* pa = row_at(a, a_stride, row);
-      const uint8_t* pb = row_at(b, b_stride, row);
-      if (row < band.middle) {  // `a` moves right
-        copy_span(0, k, o, pb);
-        copy_span(0, width - k, o + k, pa);
-      } else {  // `a` moves left
-        copy_span(0, width - k, o, pa + k);
-        copy_span(width - k, width, o, pb);
-      }
-    }
-  }
+  cross_horizontal(true, progress, n, width, height, out_stride, a_stride, b_stride, out_start, a, b);
 }
 
 void cross_close_vertical(double progress, int n, int width, int height, int out_stride, int a_stride, int b_stride,
                           uint8_t* out_start, const uint8_t* a, const uint8_t* b) {
-  if (n < 1 || width < 1 || height < 1) return;
-  const int k = std::clamp(truncate_to_int(height * progress), 0, height);
-  const std::vector<Band> bands = cross_bands(n, width);
-  for (int row = 0; row < height; ++row) {
-    uint8_t* o = row_at(out_start, out_stride, row);
-    const uint8_t* left = row < k ? row_at(b, b_stride, row) : row_at(a, a_stride, row);
-    const uint8_t* right = row < height - k ? row_at(a, a_stride, row) : row_at(b, b_stride, row);
-    for (const Band& band : bands) {
-      copy_span(band.begin, band.middle, o, left);
-      copy_span(band.middle, band.end, o, right);
-    }
-  }
+  cross_vertical(false, progress, n, width, height, out_stride, a_stride, b_stride, out_start, a, b);
 }
 
 void cross_open_vertical(double progress, int n, int width, int height, int out_stride, int a_stride, int b_stride,
                          uint8_t* out_start, const uint8_t* a, const uint8_t* b) {
-  if (n < 1 || width < 1 || height < 1) return;
-  const int k = std::clamp(truncate_to_int(height * progress), 0, height);
-  const std::vector<Band> bands = cross_bands(n, width);
-  for (int row = 0; row < height; ++row) {
-    uint8_t* o = row_at(out_start, out_stride, row);
-    // Left half-bands: `a` moves down; right half-bands: `a` moves up.
-    const uint8_t* left = row < k ? row_at(b, b_stride, row) : row_at(a, a_stride, row - k);
-    const uint8_t* right = row < height - k ? row_at(a, a_stride, row + k) : row_at(b, b_stride, row);
-    for (const Band& band : bands) {
-      copy_span(band.begin, band.middle, o, left);
-      copy_span(band.middle, band.end, o, right);
-    }
-  }
+  cross_vertical(true, progress, n, width, height, out_stride, a_stride, b_stride, out_start, a, b);
 }
 
 }  // namespace zv

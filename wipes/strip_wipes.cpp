@@ -23,17 +23,6 @@ const StripRoutine kCrossRoutines[] = {cross_close_horizontal, cross_open_horizo
 const StripRoutine kBlindRoutines[] = {vertical_blinds, horizontal_blinds, slanted_blinds_rising,
                                        slanted_blinds_falling};
 
-template <typename Plane>
-int strip_wipe(Image* out, Image* a, Image* b, TransitionParams* params, int fallback, int limit, Plane plane) {
-  const int result = transition_prologue(out, a, b, params);
-  if (result != kProceed) return result;
-  const double progress = clamp_progress(transition_progress(params));
-  const int style = params->style;
-  const int n = strip_count(params->param1, fallback, limit);
-  for_each_wipe_plane(out, a, b, [&](auto... sizes_and_planes) { plane(style, n, progress, sizes_and_planes...); });
-  return kTransitionDone;
-}
-
 }  // namespace
 
 void cross_wipe_plane(int style, int n, double progress, int out_width, int out_height, int a_width, int a_height,
@@ -62,11 +51,15 @@ void blind_wipe_plane(int style, int n, double progress, int out_width, int out_
 }
 
 int ZV_STDCALL cross_based_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return strip_wipe(out, a, b, params, 8, 70, cross_wipe_plane);
+  return run_wipe(out, a, b, params, [&](double progress, auto... plane) {
+    cross_wipe_plane(params->style, strip_count(params->param1, 8, 70), progress, plane...);
+  });
 }
 
 int ZV_STDCALL blind_based_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return strip_wipe(out, a, b, params, 10, 100, blind_wipe_plane);
+  return run_wipe(out, a, b, params, [&](double progress, auto... plane) {
+    blind_wipe_plane(params->style, strip_count(params->param1, 10, 100), progress, plane...);
+  });
 }
 
 }  // namespace zv

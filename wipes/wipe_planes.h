@@ -6,7 +6,7 @@
 #include <cstdint>
 
 #include "frame/plane.h"
-#include "host/image.h"
+#include "frame/transition_op.h"
 
 namespace zv {
 
@@ -19,14 +19,19 @@ inline CommonRegion wipe_area(int out_width, int out_height, int a_width, int a_
                        PlaneView{const_cast<uint8_t*>(b_plane), b_width, b_height});
 }
 
-// Calls worker(outWidth, outHeight, aWidth, aHeight, bWidth, bHeight, outPlane,
-// aPlane, bPlane) for the Y, U and V planes, in that order.
+// The entry of a wipe: the common prologue, the progress clamp, then
+// worker(progress, outWidth, outHeight, aWidth, aHeight, bWidth, bHeight,
+// outPlane, aPlane, bPlane) for the Y, U and V planes in that order.
 template <typename Worker>
-void for_each_wipe_plane(Image* out, const Image* a, const Image* b, Worker&& worker) {
+int run_wipe(Image* out, Image* a, Image* b, TransitionParams* params, Worker&& worker) {
+  const int result = transition_prologue(out, a, b, params);
+  if (result != kProceed) return result;
+  const double progress = clamp_progress(transition_progress(params));
   for (int index = kPlaneY; index <= kPlaneV; ++index) {
     const PlaneView po = image_plane(out, index), pa = image_plane(a, index), pb = image_plane(b, index);
-    worker(po.width, po.height, pa.width, pa.height, pb.width, pb.height, po.data, pa.data, pb.data);
+    worker(progress, po.width, po.height, pa.width, pa.height, pb.width, pb.height, po.data, pa.data, pb.data);
   }
+  return kTransitionDone;
 }
 
 }  // namespace zv
