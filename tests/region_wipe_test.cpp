@@ -86,30 +86,3 @@ TEST(RegionWipe, RoundOpenEndAndDiamondHalfOnPal) {
 }
 
 }  // namespace
-
-namespace {
-
-// NaN and huge progress, extreme strip counts, empty and negative sizes: every
-// shape and strip wipe returns 0 without touching memory outside the planes
-// (the sanitizer build checks the memory).
-TEST(ShapeWipes, DegenerateInputsStayInBounds) {
-  const int sizes[][2] = {{0, 0}, {-4, 6}, {1, 1}, {3, 2}, {9, 7}};
-  const double positions[][2] = {{0.5, 0.0}, {1e300, 1e-300}, {-1e300, 1.0}, {0.3, -1.0}};
-  for (int id : {5, 7, 9, 10}) {
-    for (int style : {0, 1, 2, 3, 4, 5, 6, 7}) {
-      for (const auto& size : sizes) {
-        for (const auto& pd : positions) {
-          for (int strips : {INT32_MIN, 1, INT32_MAX}) {
-            zvtest::ImagePtr a = zvtest::random_frame(size[0], size[1], 1), b = zvtest::random_frame(9, 7, 2);
-            zvtest::ImagePtr out = zvtest::random_frame(size[1], size[0], 3);
-            TransitionParams params = zvtest::make_params(style, pd[0], pd[1]);
-            params.param1 = strips;
-            ASSERT_EQ(zvtest::call_transition(id, *out, *a, *b, params), 0) << "id " << id << " style " << style;
-          }
-        }
-      }
-    }
-  }
-}
-
-}  // namespace

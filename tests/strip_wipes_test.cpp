@@ -118,6 +118,11 @@ TEST_P(StripCountTest, ClampsStripCount) {
 INSTANTIATE_TEST_SUITE_P(Counts, StripCountTest,
                          ::testing::Values(ClampCase{kBlind, 0, 0, 10, 9}, ClampCase{kBlind, 0, -3, 10, 9},
                                            ClampCase{kBlind, 0, 150, 100, 99}, ClampCase{kCross, 2, 0, 8, 7},
-                                           ClampCase{kCross, 2, 200, 70, 69}));
+                                           ClampCase{kCross, 2, 200, 70, 69}),
+                         [](const ::testing::TestParamInfo<ClampCase>& info) {
+                           const ClampCase& c = info.param;
+                           return std::string(c.id == kBlind ? "Blind" : "Cross") + "_" +
+                                  (c.given < 0 ? "minus" + std::to_string(-c.given) : std::to_string(c.given));
+                         });
 
 }  // namespace
