@@ -15,6 +15,9 @@
 #include "host/transition_registry.h"
 #include "wipes/line_wipe.h"
 #include "wipes/push_slide_haul.h"
+#include "wipes/region_wipe.h"
+#include "wipes/rotate_wipe.h"
+#include "wipes/strip_wipes.h"
 
 namespace zv {
 namespace {
@@ -38,12 +41,12 @@ const TransitionOp kEntries[kTransitionCount] = {
     push_based_wipe,             // 2 Push Based Wipe
     slide_based_wipe,            // 3 Slide Based Wipe
     haul_based_wipe,             // 4 Haul Based Wipe
-    not_implemented_transition,  // 5 Region Based Wipe
+    region_based_wipe,           // 5 Region Based Wipe
     not_implemented_transition,  // 6 Clock Based Wipe
-    not_implemented_transition,  // 7 Rotate Based Wipe
+    rotate_based_wipe,           // 7 Rotate Based Wipe
     not_implemented_transition,  // 8 Center Rotate Wipe
-    not_implemented_transition,  // 9 Cross Based Wipe
-    not_implemented_transition,  // 10 Blind Based Wipe
+    cross_based_wipe,            // 9 Cross Based Wipe
+    blind_based_wipe,            // 10 Blind Based Wipe
     not_implemented_transition,  // 11 Build Based Wipe
     not_implemented_transition,  // 12 Spiral Based Wipe
     zoom_transition,             // 13 Zoom

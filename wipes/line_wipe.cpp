@@ -70,9 +70,8 @@ void line_wipe_plane(int style, double progress, int out_width, int out_height, 
 }
 
 int ZV_STDCALL line_based_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_wipe(out, a, b, params, [&](int, double progress, const PlaneView& o, const PlaneView& pa, const PlaneView& pb) {
-    line_wipe_plane(params->style, progress, o.width, o.height, pa.width, pa.height, pb.width, pb.height, o.data,
-                    pa.data, pb.data);
+  return run_wipe(out, a, b, params, [&](int, double progress, auto... plane) {
+    line_wipe_plane(params->style, progress, plane...);
   });
 }
 

@@ -240,26 +240,20 @@ void haul_wipe_plane(int style, double progress, int out_width, int out_height, 
 }
 
 int ZV_STDCALL push_based_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_wipe(out, a, b, params, [&](int plane, double progress, const PlaneView& o, const PlaneView& pa,
-                                         const PlaneView& pb) {
-    push_wipe_plane(black_of(plane), params->style, progress, o.width, o.height, pa.width, pa.height, pb.width,
-                    pb.height, o.data, pa.data, pb.data);
+  return run_wipe(out, a, b, params, [&](int index, double progress, auto... plane) {
+    push_wipe_plane(black_of(index), params->style, progress, plane...);
   });
 }
 
 int ZV_STDCALL slide_based_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_wipe(out, a, b, params, [&](int, double progress, const PlaneView& o, const PlaneView& pa,
-                                         const PlaneView& pb) {
-    slide_wipe_plane(params->style, progress, o.width, o.height, pa.width, pa.height, pb.width, pb.height, o.data,
-                     pa.data, pb.data);
+  return run_wipe(out, a, b, params, [&](int, double progress, auto... plane) {
+    slide_wipe_plane(params->style, progress, plane...);
   });
 }
 
 int ZV_STDCALL haul_based_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_wipe(out, a, b, params, [&](int, double progress, const PlaneView& o, const PlaneView& pa,
-                                         const PlaneView& pb) {
-    haul_wipe_plane(params->style, progress, o.width, o.height, pa.width, pa.height, pb.width, pb.height, o.data,
-                    pa.data, pb.data);
+  return run_wipe(out, a, b, params, [&](int, double progress, auto... plane) {
+    haul_wipe_plane(params->style, progress, plane...);
   });
 }
 

@@ -7,16 +7,19 @@
 
 namespace zv {
 
-// The prologue, then progress clamped into [0, 1], then
-// `worker(plane index, progress, out, a, b)` for the Y, U and V planes in that
-// order, each with the plane's own sizes. Returns the prologue's code or 0.
+// The prologue, then progress clamped into [0, 1], then for the Y, U and V
+// planes in that order, each with the plane's own sizes:
+// worker(plane index, progress, outWidth, outHeight, aWidth, aHeight, bWidth,
+// bHeight, outPlane, aPlane, bPlane). Returns the prologue's code or 0.
 template <typename Worker>
 int run_wipe(Image* out, Image* a, Image* b, TransitionParams* params, Worker&& worker) {
   const int result = transition_prologue(out, a, b, params);
   if (result != kProceed) return result;
   const double progress = clamp_progress(transition_progress(params));
   for (int index = kPlaneY; index <= kPlaneV; ++index) {
-    worker(index, progress, image_plane(out, index), image_plane(a, index), image_plane(b, index));
+    const PlaneView po = image_plane(out, index), pa = image_plane(a, index), pb = image_plane(b, index);
+    worker(index, progress, po.width, po.height, pa.width, pa.height, pb.width, pb.height, po.data,
+           static_cast<const uint8_t*>(pa.data), static_cast<const uint8_t*>(pb.data));
   }
   return kTransitionDone;
 }

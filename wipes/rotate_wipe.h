@@ -1,0 +1,16 @@
+// Rotate Based Wipe: a line turning a quarter turn about one corner sweeps `b`
+// in over `a`.
+#pragma once
+
+#include <cstdint>
+
+#include "frame/transition_op.h"
+
+namespace zv {
+
+int ZV_STDCALL rotate_based_wipe(Image* out, Image* a, Image* b, TransitionParams* params);
+
+void rotate_wipe_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height,
+                       int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane, const uint8_t* b_plane);
+
+}  // namespace zv
