@@ -5,6 +5,7 @@
 
 #include <cstdint>
 
+#include "frame/abi.h"
 #include "host/image.h"
 #include "host/new_dib.h"
 
@@ -12,7 +13,7 @@ namespace zv {
 
 // The one texture of a renderer. Frames are uploaded centred into a square
 // texture (or rescaled to fill it when it is 2048 on a side).
-class CGlTexture {
+class ZV_API CGlTexture {
  public:
   CGlTexture();
   virtual ~CGlTexture();
@@ -31,7 +32,7 @@ class CGlTexture {
 };
 
 // Base of every 3D effect's renderer; one per frame size, effect and thread.
-class CGlRenderer {
+class ZV_API CGlRenderer {
  public:
   CGlRenderer();
   virtual ~CGlRenderer();
@@ -62,10 +63,10 @@ class CGlRenderer {
 };
 
 // Side of the square texture for a frame whose larger side is n: never past 2048.
-int TextureSizeFor(int n);
+ZV_API int TextureSizeFor(int n);
 // The z translation at which a full-frame quad fills the view, for texture
 // side `s` and frame size `w` x `h`.
-double CameraDistanceFor(int s, int w, int h);
+ZV_API double CameraDistanceFor(int s, int w, int h);
 
 // A frame into a 24-bit bitmap (created `width` x `height` on first use), and back.
 void ImageToDib(const Image* image, CNewDib& dib, int width, int height);
