@@ -119,16 +119,17 @@ TEST(CGlTexture, LargestTextureTakesTheFrameRescaled) {
   EXPECT_EQ(corner[0], 7);  // the frame's own corner, not an empty border
 }
 
+// Sizes no other test uses, so that the bitmap sets they make are counted here.
 TEST(GlRendererList, OneRendererPerSizeEffectAndThread) {
   const int renderers = zv::gl_renderer_count(), sets = zv::frame_dib_set_count();
-  ASSERT_EQ(call(kCube, 64, 48, 0.3), 0);
-  ASSERT_EQ(call(kCube, 64, 48, 0.6), 0);
+  ASSERT_EQ(call(kCube, 66, 50, 0.3), 0);
+  ASSERT_EQ(call(kCube, 66, 50, 0.6), 0);
   EXPECT_EQ(zv::gl_renderer_count(), renderers + 1);
   EXPECT_EQ(zv::frame_dib_set_count(), sets + 1);
 
   // Another thread gets its own renderer, keeps it after it finishes, and a
   // thread that never rendered frees nothing.
-  std::thread([] { call(kCube, 64, 48, 0.3); }).join();
+  std::thread([] { call(kCube, 66, 50, 0.3); }).join();
   EXPECT_EQ(zv::gl_renderer_count(), renderers + 2);
   std::thread([] { ZvFreeOpenGLObj(); }).join();
   EXPECT_EQ(zv::gl_renderer_count(), renderers + 2);
@@ -138,6 +139,7 @@ TEST(GlRendererList, OneRendererPerSizeEffectAndThread) {
   EXPECT_EQ(zv::gl_renderer_count(), renderers + 1);
 }
 
+// Sizes no other test uses, so that the bitmap sets they make are counted here.
 TEST(GlRendererList, FreeingReleasesOneRendererPerCall) {
   const int renderers = zv::gl_renderer_count(), sets = zv::frame_dib_set_count();
   call(kCube, 720, 576, 0.5);
