@@ -76,16 +76,13 @@ void CCubeRenderer::DrawCubeFace(int side, float xs, float zs, float hh, float q
 
 void CCubeRenderer::DrawCube(CNewDib& dibA, CNewDib& dibB, double p) {
   BeginDraw();
-  const int w = dibA.m_pInfo ? dibA.m_pInfo->biWidth : 0;
-  const int h = dibA.m_pInfo ? dibA.m_pInfo->biHeight : 0;
-  const int s = TextureSizeFor(std::max(w, h));
-  const double d = CameraDistanceFor(s, w, h);
-  const float r = static_cast<float>(static_cast<double>(h) / w);
-  const float by = static_cast<float>(((s - h) * 0.5 + (s - h) * 0.5) / s);
-  const float bx = static_cast<float>(((s - w) * 0.5 + (s - w) * 0.5) / s);
+  const SceneGeometry g = SceneGeometryFor(dibA);
+  const int w = g.w, h = g.h;
+  const double d = g.d;
+  const float r = g.r, by = g.by, bx = g.bx;
   const float q = static_cast<float>(1.0 - static_cast<double>(std::min(w, h)) / std::max(w, h));
   const float theta = static_cast<float>(-(p * 90));
-  const bool large = s > 1024;
+  const bool large = g.large();
 
   auto face = [&](CNewDib& dib, int side, double z, const FaceValues& v) {
     texture.UploadDibToTexture(dib);

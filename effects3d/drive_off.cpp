@@ -1,7 +1,5 @@
 #include "effects3d/drive_off.h"
 
-#include <algorithm>
-
 #include "gl/gl_api.h"
 #include "gl/gl_cache.h"
 
@@ -55,13 +53,9 @@ void CDriveOffRenderer::DrawDriveOffQuad(float hh, float zf, float dyb, float dy
 
 void CDriveOffRenderer::DrawDriveOff(int, CNewDib& dibA, CNewDib&, double p) {
   BeginDraw();
-  const int w = dibA.m_pInfo ? dibA.m_pInfo->biWidth : 0;
-  const int h = dibA.m_pInfo ? dibA.m_pInfo->biHeight : 0;
-  const int s = TextureSizeFor(std::max(w, h));
-  const double d = CameraDistanceFor(s, w, h);
-  const float r = static_cast<float>(static_cast<double>(h) / w);
-  const float by = static_cast<float>(((s - h) * 0.5 + (s - h) * 0.5) / s);
-  const bool large = s > 1024;
+  const SceneGeometry g = SceneGeometryFor(dibA);
+  const float r = g.r, by = g.by;
+  const bool large = g.large();
   // The motion in steps of one degree, 0 to 320.
   const int32_t angle = round_to_int(p * 320);
 
@@ -69,7 +63,7 @@ void CDriveOffRenderer::DrawDriveOff(int, CNewDib& dibA, CNewDib&, double p) {
   glEnable(GL_TEXTURE_2D);
   glMatrixMode(GL_MODELVIEW);
   glLoadIdentity();
-  glTranslated(0, 0, d);
+  glTranslated(0, 0, g.d);
   if (angle < 270) {
     // Tipping backwards (formed in float: no overflow for any angle).
     glRotatef(360.0f - static_cast<float>(angle), 1, 0, 0);

@@ -221,6 +221,19 @@ double CameraDistanceFor(int s, int w, int h) {
   return d;
 }
 
+SceneGeometry SceneGeometryFor(const CNewDib& frame) {
+  SceneGeometry g;
+  g.w = dib_width(frame);
+  g.h = dib_height(frame);
+  g.s = TextureSizeFor(std::max(g.w, g.h));
+  g.d = CameraDistanceFor(g.s, g.w, g.h);
+  g.r = static_cast<float>(static_cast<double>(g.h) / g.w);
+  // Formed as two halves summed, in double, then used in single precision.
+  g.by = static_cast<float>(((g.s - g.h) * 0.5 + (g.s - g.h) * 0.5) / g.s);
+  g.bx = static_cast<float>(((g.s - g.w) * 0.5 + (g.s - g.w) * 0.5) / g.s);
+  return g;
+}
+
 void ImageToDib(const Image* image, CNewDib& dib, int width, int height) {
   if (!dib.m_hBits) dib.Create(width, height, 24, false);
   uint8_t* pixels = static_cast<uint8_t*>(dib.LockBits());

@@ -68,6 +68,17 @@ ZV_API int TextureSizeFor(int n);
 // side `s` and frame size `w` x `h`.
 ZV_API double CameraDistanceFor(int s, int w, int h);
 
+// What the effects derive from a frame bitmap of w x h: the texture side s,
+// the camera distance d, r = h / w, and the fractions of the texture the
+// centred frame leaves uncovered vertically (by) and horizontally (bx).
+struct SceneGeometry {
+  int w, h, s;
+  double d;
+  float r, by, bx;
+  bool large() const { return s > 1024; }  // the frame fills the texture, rescaled
+};
+SceneGeometry SceneGeometryFor(const CNewDib& frame);
+
 // A frame into a 24-bit bitmap (created `width` x `height` on first use), and back.
 void ImageToDib(const Image* image, CNewDib& dib, int width, int height);
 void DibToImage(CNewDib& dib, Image* image);
