@@ -10,6 +10,9 @@
 #include "blends/stretch_in.h"
 #include "blends/x_ray.h"
 #include "blends/zoom.h"
+#include "effects3d/cube.h"
+#include "effects3d/door.h"
+#include "effects3d/drive_off.h"
 #include "frame/platform_module.h"
 #include "frame/zv_transition.h"
 #include "host/transition_registry.h"
@@ -85,7 +88,7 @@ const TransitionOp kEntries[kTransitionCount] = {
     zoom_box,                    // 46 Zoom Box
     not_implemented_transition,  // 47 3D Projection
     not_implemented_transition,  // 48 3D Fold
-    not_implemented_transition,  // 49 3D Drive Off
+    DriveOffTransition,          // 49 3D Drive Off
     not_implemented_transition,  // 50 3D Z-Stretch
     not_implemented_transition,  // 51 3D Window Grid
     not_implemented_transition,  // 52 3D Folding Box
@@ -93,9 +96,9 @@ const TransitionOp kEntries[kTransitionCount] = {
     not_implemented_transition,  // 54 Gauze
     not_implemented_transition,  // 55 Image Spiral
     not_implemented_transition,  // 56 Edge Feather
-    not_implemented_transition,  // 57 3D Cube
+    CubeTransition,              // 57 3D Cube
     not_implemented_transition,  // 58 3D Flip
-    not_implemented_transition,  // 59 3D Door
+    DoorTransition,              // 59 3D Door
     not_implemented_transition,  // 60 3D Bubbles
     not_implemented_transition,  // 61 3D Distort
     not_implemented_transition,  // 62 Patch

@@ -4,6 +4,7 @@
 ZV_PACKAGES=(
   build-essential cmake ninja-build pkg-config python3
   libgtest-dev libgmock-dev libbenchmark-dev
+  libegl-dev libopengl-dev libglu1-mesa-dev libegl-mesa0 libgl1-mesa-dri
 )
 
 zv_ensure_packages() {

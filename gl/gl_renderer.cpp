@@ -1,0 +1,257 @@
+#include "gl/gl_renderer.h"
+
+#include <algorithm>
+#include <cstring>
+#include <vector>
+
+#include "gl/gl_api.h"
+#include "gl/offscreen_context.h"
+#include "imaging/yuv_rgb.h"
+
+namespace zv {
+namespace {
+
+// Single-precision constants of the camera distance (bit patterns noted),
+// widened to double as the arithmetic uses them.
+constexpr double kK1 = 0x1.b1b1b0p-9f;       // 0x3B58D8D8
+constexpr double kK2 = 0x1.b1b1b0p-8f;       // 0x3BD8D8D8
+constexpr double kK3 = 0x1.333334p-10f;      // 0x3A99999A
+constexpr double kK3Low = 0x1.333332p-10f;   // 0x3A999999: one unit lower, deliberately distinct
+constexpr double kK4 = 0x1.e66666p-10f;      // 0x3AF33333
+constexpr double kSingle17 = 0x1.b33334p+0f;  // 1.7f
+constexpr double kSingle34 = 0x1.b33334p+1f;  // 3.4f
+constexpr double kNearPlane = static_cast<double>(0.1f);  // the single-precision 0.1, widened: kept
+
+int dib_width(const CNewDib& dib) { return dib.m_pInfo ? dib.m_pInfo->biWidth : 0; }
+int dib_height(const CNewDib& dib) { return dib.m_pInfo ? dib.m_pInfo->biHeight : 0; }
+
+// The texture sizes and the frame's placement in them assume the image covers
+// the bitmap; a smaller image is first copied top-left into a black frame of
+// the bitmap's size, so the conversion never reads past its planes.
+bool image_covers(const Image* image, int width, int height) {
+  return (width & ~1) <= image->width && (height & ~1) <= image->height;
+}
+
+void copy_top_left(const Image* from, Image* to) {
+  for (int p = 0; p < 3; ++p) {
+    const int fw = p ? from->width / 2 : from->width, fh = p ? from->height / 2 : from->height;
+    const int tw = p ? to->width / 2 : to->width, th = p ? to->height / 2 : to->height;
+    const int w = std::min(fw, tw), h = std::min(fh, th);
+    const uint8_t* src = p == 0 ? from->get_Y() : p == 1 ? from->get_U() : from->get_V();
+    uint8_t* dst = p == 0 ? to->get_Y() : p == 1 ? to->get_U() : to->get_V();
+    for (int row = 0; row < h && w > 0; ++row) {
+      std::memcpy(dst + static_cast<long>(row) * tw, src + static_cast<long>(row) * fw, w);
+    }
+  }
+}
+
+void convert_image(const Image* image, const BITMAPINFOHEADER* header, uint8_t* pixels) {
+  Yuv420_2_rgb24(header, pixels, image->get_Y(), image->get_U(), image->get_V(), image->width, image->width / 2,
+                 image->width / 2);
+}
+
+}  // namespace
+
+CGlTexture::CGlTexture() : name(0), size(0), staging(NMEMOD_POINTER) {}
+
+CGlTexture::~CGlTexture() {
+  DeleteFrameTexture();
+  staging.clear();
+}
+
+void CGlTexture::CreateFrameTexture(int width, int height, int) {
+  if (dib_width(staging) != width || dib_height(staging) != height) {
+    staging.clear();
+    staging.Create(width, height, 24, false);
+  }
+  GLuint texture_name = 0;
+  glGenTextures(1, &texture_name);
+  name = texture_name;
+  glBindTexture(GL_TEXTURE_2D, name);
+  // Nearest sampling both ways, even when mipmaps are built: kept as designed.
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+  size = TextureSizeFor(std::max(width, height));
+  // The texels around the centred frame are never meant to be seen; black
+  // keeps them the same from run to run.
+  std::vector<uint8_t> black(static_cast<size_t>(size) * size * 3);
+  glTexImage2D(GL_TEXTURE_2D, 0, 3, size, size, 0, GL_RGB, GL_UNSIGNED_BYTE, black.data());
+}
+
+void CGlTexture::UploadDibToTexture(CNewDib& frame) {
+  const uint8_t* src = static_cast<const uint8_t*>(frame.LockBits());
+  uint8_t* dst = static_cast<uint8_t*>(staging.LockBits());
+  const int w = dib_width(frame), h = dib_height(frame), pitch = frame.GetPitch();
+  // Only as much as the staging copy holds (it is made at the frame size).
+  const int rows = std::min(h, dib_height(staging)), cols = std::min(w, dib_width(staging));
+  if (src && dst) {
+    for (int row = 0; row < rows; ++row) {
+      const uint8_t* s = src + static_cast<long>(row) * pitch;
+      uint8_t* d = dst + static_cast<long>(row) * pitch;
+      for (int x = 0; x < cols; ++x, s += 3, d += 3) {
+        d[0] = s[2];
+        d[1] = s[1];
+        d[2] = s[0];
+      }
+    }
+  }
+  staging.UnlockBits();
+  frame.UnlockBits();
+  if (rows <= 0 || cols <= 0) return;
+  if (size > 1024) {
+    // The largest texture takes the frame rescaled to fill it.
+    gluBuild2DMipmaps(GL_TEXTURE_2D, 3, cols, rows, GL_RGB, GL_UNSIGNED_BYTE, dst);
+  } else {
+    glTexSubImage2D(GL_TEXTURE_2D, 0, (size - cols) / 2, (size - rows) / 2, cols, rows, GL_RGB, GL_UNSIGNED_BYTE,
+                    dst);
+  }
+}
+
+void CGlTexture::DeleteFrameTexture() {
+  if (name == 0) return;
+  GLuint texture_name = name;
+  glDeleteTextures(1, &texture_name);
+  name = 0;
+}
+
+CGlRenderer::CGlRenderer()
+    : initialised(0), hdc(nullptr), oldBitmap(nullptr), target(NMEMOD_SECTION), hglrc(nullptr), effectId(0),
+      threadId(0) {}
+
+// Then the texture (a no-op delete, its staging cleared) and the target go with the members.
+CGlRenderer::~CGlRenderer() { ReleaseOffscreenGL(); }
+
+void CGlRenderer::SetupOffscreenGL(int width, int height, int unused) {
+  target.Create(width, height, 24, false);
+  hdc = create_offscreen_dc(target, &oldBitmap);
+  hglrc = create_gl_context(hdc);
+  make_gl_current(hdc, hglrc);
+  glHint(GL_PERSPECTIVE_CORRECTION_HINT, GL_NICEST);
+  glHint(GL_POINT_SMOOTH_HINT, GL_NICEST);
+  glHint(GL_LINE_SMOOTH_HINT, GL_NICEST);
+  glHint(GL_POLYGON_SMOOTH_HINT, GL_NICEST);
+  glEnable(GL_BLEND);
+  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+  glViewport(0, 0, width, height);
+  glMatrixMode(GL_PROJECTION);
+  glLoadIdentity();
+  gluPerspective(45.0, static_cast<double>(width) / static_cast<double>(height), kNearPlane, 100.0);
+  glMatrixMode(GL_MODELVIEW);
+  glLoadIdentity();
+  texture.CreateFrameTexture(width, height, unused);
+  initialised = 1;
+}
+
+void CGlRenderer::ReleaseOffscreenGL() {
+  glDisable(GL_BLEND);
+  make_gl_current(nullptr, nullptr);
+  // After the context is unbound, as designed: deleting the context frees the texture anyway.
+  texture.DeleteFrameTexture();
+  if (hglrc) {
+    delete_gl_context(hglrc);
+    hglrc = nullptr;
+  }
+  if (hdc) {
+    delete_offscreen_dc(hdc, oldBitmap);
+    oldBitmap = nullptr;
+    hdc = nullptr;
+  }
+  // A released renderer no longer matches any cache key, deliberately.
+  effectId = 0;
+  threadId = 0;
+  initialised = 0;
+}
+
+void CGlRenderer::MakeCurrent() { make_gl_current(hdc, hglrc); }
+
+void CGlRenderer::BeginDraw() {
+  MakeCurrent();
+  load_target_into_surface(target);
+}
+
+void CGlRenderer::BeginFrameRender() {
+  MakeCurrent();
+  glEnable(GL_TEXTURE_2D);
+  glMatrixMode(GL_MODELVIEW);
+  glLoadIdentity();
+}
+
+void CGlRenderer::ResolveTarget() { read_surface_into_target(target); }
+
+int TextureSizeFor(int n) {
+  if (n <= 64) return 64;
+  if (n <= 128) return 128;
+  if (n <= 256) return 256;
+  if (n <= 512) return 512;
+  if (n <= 1024) return 1024;
+  return 2048;  // never larger, deliberately
+}
+
+double CameraDistanceFor(int s, int w, int h) {
+  // The differences are formed in double: exact for every int32 size, and no overflow.
+  double d;
+  if (s <= 64) {
+    d = -2.5;
+  } else if (s <= 1024) {
+    if (w > 512 && h <= 512) {
+      d = (512.0 - h) * kK1 - kSingle17;
+    } else if (w <= 512 && h > 512) {
+      d = static_cast<double>(-1.95f);
+    } else if (h < 240 && w < 300) {
+      d = ((256.0 - h) * 2) * kK2 - kSingle34;
+    } else if (h <= 512) {
+      d = (512.0 - h) * kK2 - kSingle34;
+    } else {
+      d = (512.0 - h / 2) * kK2 - kSingle34;
+    }
+  } else {
+    // Sizes outside every case (both sides at least 1024, not both within
+    // 1025..2048) continue the first case's formula.
+    double k = kK3;
+    const bool both_large = w > 1024 && w <= 2048 && h > 1024 && h <= 2048;
+    if (!both_large && (h < 512 || w < 512)) {
+      k = kK3Low;
+    } else if (!both_large && (h < 1024 || w < 1024)) {
+      k = kK4;
+    }
+    d = (2048.0 - h) * k - kSingle34 - (2048.0 - w) * k;
+  }
+  // One frame size is a deliberate special case.
+  if (w == 128 && h == 96) d = static_cast<double>(-2.4f);
+  return d;
+}
+
+SceneGeometry SceneGeometryFor(const CNewDib& frame) {
+  SceneGeometry g;
+  g.w = dib_width(frame);
+  g.h = dib_height(frame);
+  g.s = TextureSizeFor(std::max(g.w, g.h));
+  g.d = CameraDistanceFor(g.s, g.w, g.h);
+  g.r = static_cast<float>(static_cast<double>(g.h) / g.w);
+  // Formed as two halves summed, in double, then used in single precision.
+  g.by = static_cast<float>(((g.s - g.h) * 0.5 + (g.s - g.h) * 0.5) / g.s);
+  g.bx = static_cast<float>(((g.s - g.w) * 0.5 + (g.s - g.w) * 0.5) / g.s);
+  return g;
+}
+
+void ImageToDib(const Image* image, CNewDib& dib, int width, int height) {
+  if (!dib.m_hBits) dib.Create(width, height, 24, false);
+  uint8_t* pixels = static_cast<uint8_t*>(dib.LockBits());
+  const int w = dib_width(dib), h = dib_height(dib);
+  if (image_covers(image, w, h)) {
+    convert_image(image, dib.m_pInfo, pixels);
+  } else {
+    Image padded(w, h);
+    copy_top_left(image, &padded);
+    convert_image(&padded, dib.m_pInfo, pixels);
+  }
+  dib.UnlockBits();
+}
+
+void DibToImage(CNewDib& dib, Image* image) {
+  if (!image_covers(image, dib_width(dib), dib_height(dib))) return;
+  Rgb24_2_yuv420(image->get_Y(), image->get_U(), image->get_V(), image->width, image->width / 2, image->width / 2,
+                 dib.m_pInfo, static_cast<const uint8_t*>(dib.m_hBits));
+}
+
+}  // namespace zv

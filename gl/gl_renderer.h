@@ -1,0 +1,86 @@
+// The offscreen OpenGL renderer every 3D transition draws with: a context on a
+// 24-bit target bitmap, one square texture through which both input frames
+// reach OpenGL, and the transfers between frames and bitmaps.
+#pragma once
+
+#include <cstdint>
+
+#include "frame/abi.h"
+#include "host/image.h"
+#include "host/new_dib.h"
+
+namespace zv {
+
+// The one texture of a renderer. Frames are uploaded centred into a square
+// texture (or rescaled to fill it when it is 2048 on a side).
+class ZV_API CGlTexture {
+ public:
+  CGlTexture();
+  virtual ~CGlTexture();
+  CGlTexture(const CGlTexture&) = delete;
+  CGlTexture& operator=(const CGlTexture&) = delete;
+
+  // `unused` is handed on by the renderer's set-up and never read.
+  void CreateFrameTexture(int width, int height, int unused);
+  // Copies a frame bitmap into the bound texture.
+  void UploadDibToTexture(CNewDib& frame);
+  void DeleteFrameTexture();
+
+  unsigned int name;  // 0 when none
+  int size;           // side of the square texture
+  CNewDib staging;    // RGB-ordered copy of the last uploaded frame
+};
+
+// Base of every 3D effect's renderer; one per frame size, effect and thread.
+class ZV_API CGlRenderer {
+ public:
+  CGlRenderer();
+  virtual ~CGlRenderer();
+  CGlRenderer(const CGlRenderer&) = delete;
+  CGlRenderer& operator=(const CGlRenderer&) = delete;
+
+  // `unused` is handed on to the texture and never read (the entries pass 16).
+  void SetupOffscreenGL(int width, int height, int unused);
+  void ReleaseOffscreenGL();
+  // Makes the context current, enables texturing and resets the model view.
+  void BeginFrameRender();
+  // Makes the context current on the calling thread.
+  void MakeCurrent();
+  // Makes the context current for drawing a frame: the drawing starts on
+  // whatever colour the target holds.
+  void BeginDraw();
+  // Brings the drawn frame into `target` (where it is not drawn there directly).
+  void ResolveTarget();
+
+  int initialised;
+  void* hdc;
+  void* oldBitmap;
+  CNewDib target;
+  void* hglrc;
+  CGlTexture texture;
+  int effectId;
+  uint32_t threadId;
+};
+
+// Side of the square texture for a frame whose larger side is n: never past 2048.
+ZV_API int TextureSizeFor(int n);
+// The z translation at which a full-frame quad fills the view, for texture
+// side `s` and frame size `w` x `h`.
+ZV_API double CameraDistanceFor(int s, int w, int h);
+
+// What the effects derive from a frame bitmap of w x h: the texture side s,
+// the camera distance d, r = h / w, and the fractions of the texture the
+// centred frame leaves uncovered vertically (by) and horizontally (bx).
+struct SceneGeometry {
+  int w, h, s;
+  double d;
+  float r, by, bx;
+  bool large() const { return s > 1024; }  // the frame fills the texture, rescaled
+};
+SceneGeometry SceneGeometryFor(const CNewDib& frame);
+
+// A frame into a 24-bit bitmap (created `width` x `height` on first use), and back.
+void ImageToDib(const Image* image, CNewDib& dib, int width, int height);
+void DibToImage(CNewDib& dib, Image* image);
+
+}  // namespace zv
