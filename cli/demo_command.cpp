@@ -2,6 +2,7 @@
 // between two built-in patterns and writes a page that shows them all: per
 // transition a card with its id, name, styles and parameter labels, and per
 // style a looping preview video and a contact sheet.
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cstdio>
@@ -82,7 +83,7 @@ std::vector<int> chosen_ids(const Args& args) {
     if (!zv::transition_is_implemented(id)) {
       throw UsageError("transition " + item + " is not implemented in this build");
     }
-    ids.push_back(id);
+    if (std::find(ids.begin(), ids.end(), id) == ids.end()) ids.push_back(id);
     if (comma == std::string::npos) break;
     start = comma + 1;
   }
@@ -213,8 +214,9 @@ constexpr const char* kPageScript = R"(<script>
 std::string page(const std::vector<TransitionCard>& cards, const std::vector<Job>& jobs, Size size, double seconds) {
   std::string html = kPageHead;
   char lead[256];
-  std::snprintf(lead, sizeof lead, "%zu transitions, %zu previews at %dx%d, rendered in %.1f s. Clip A: pattern:%s, clip B: pattern:%s.",
-                cards.size(), jobs.size(), size.width, size.height, seconds, kPatternA, kPatternB);
+  std::snprintf(lead, sizeof lead, "%zu transition%s, %zu preview%s at %dx%d, rendered in %.1f s. Clip A: pattern:%s, "
+                "clip B: pattern:%s.", cards.size(), cards.size() == 1 ? "" : "s", jobs.size(),
+                jobs.size() == 1 ? "" : "s", size.width, size.height, seconds, kPatternA, kPatternB);
   html += "<h1>ZvTransition gallery</h1>\n<p class=\"lead\">" + html_escape(lead) +
           " <span id=\"media-status\">Checking the previews...</span></p>\n";
   for (const TransitionCard& card : cards) {

@@ -4,6 +4,8 @@
 ZV_PACKAGES=(
   build-essential cmake ninja-build pkg-config
   libgtest-dev libgmock-dev libbenchmark-dev
+  libavformat-dev libavcodec-dev libswscale-dev libavutil-dev
+  ffmpeg chromium
 )
 
 zv_ensure_packages() {
