@@ -281,8 +281,9 @@ int demo_command(int argc, char** argv) {
   const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
   const std::string html = page(cards, jobs, size, seconds);
   write_file_atomically(dir + "/index.html", std::vector<uint8_t>(html.begin(), html.end()));
-  std::printf("Rendered %zu previews of %zu transitions in %.1f s on %d threads.\n", jobs.size(), cards.size(),
-              seconds, threads);
+  std::printf("Rendered %zu preview%s of %zu transition%s in %.1f s on %d thread%s.\n", jobs.size(),
+              jobs.size() == 1 ? "" : "s", cards.size(), cards.size() == 1 ? "" : "s", seconds, threads,
+              threads == 1 ? "" : "s");
   std::printf("Open the gallery: file://%s/index.html\n", absolute(dir).c_str());
   return 0;
 }
