@@ -183,7 +183,7 @@ constexpr const char* kPageScript = R"(<script>
   function update() {
     let playing = 0, broken = 0, loaded = 0;
     for (const v of videos) {
-      v.dataset.ready = v.readyState;
+      v.dataset.ready = Math.max(Number(v.dataset.ready || 0), v.readyState);  // dips while looping
       if (v.error) v.dataset.state = 'error';
       if (v.dataset.state === 'playing') playing++;
       if (v.dataset.state === 'error') broken++;
