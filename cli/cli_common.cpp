@@ -78,6 +78,15 @@ std::optional<Size> Args::get_size(const std::string& name) const {
   return parse_size(*value, "--" + name);
 }
 
+std::vector<char*> with_long_output_option(int argc, char** argv) {
+  static char long_form[] = "--output";
+  std::vector<char*> args(argv, argv + argc);
+  for (char*& arg : args) {
+    if (std::strcmp(arg, "-o") == 0) arg = long_form;
+  }
+  return args;
+}
+
 int parse_int(const std::string& text, const std::string& what) {
   errno = 0;
   char* end = nullptr;

@@ -51,6 +51,9 @@ class Args {
   std::set<std::string> flags_;
 };
 
+// argv with the short form "-o" spelled "--output", for commands that take it.
+std::vector<char*> with_long_output_option(int argc, char** argv);
+
 int parse_int(const std::string& text, const std::string& what);
 double parse_double(const std::string& text, const std::string& what);
 // "WxH"; signed values are accepted (hosts can hand such sizes over).

@@ -5,5 +5,7 @@ namespace zvcli {
 
 int apply_command(int argc, char** argv);
 int catalogue_command(int argc, char** argv);
+int demo_command(int argc, char** argv);
+int render_command(int argc, char** argv);
 
 }  // namespace zvcli

@@ -5,6 +5,7 @@
 
 #include "cli/cli_common.h"
 #include "cli/commands.h"
+#include "cli/render_job.h"
 
 namespace {
 
@@ -17,6 +18,8 @@ struct Command {
 const Command kCommands[] = {
     {"apply", zvcli::apply_command, "make one call of a transition on raw frames, as a host does"},
     {"catalogue", zvcli::catalogue_command, "list the transitions, their styles and parameters [--json]"},
+    {"render", zvcli::render_command, "render a transition between two clips or patterns into a video, Y4M, PNGs"},
+    {"demo", zvcli::demo_command, "render every transition and style into a web page gallery [-o DIR]"},
 };
 
 void print_usage(FILE* to) {
@@ -39,6 +42,9 @@ int main(int argc, char** argv) {
     if (std::strcmp(argv[1], c.name) != 0) continue;
     try {
       return c.run(argc - 2, argv + 2);
+    } catch (const zvcli::Interrupted&) {
+      std::fprintf(stderr, "zvtran %s: interrupted\n", c.name);
+      return 130;
     } catch (const zvcli::UsageError& e) {
       std::fprintf(stderr, "zvtran %s: %s\n", c.name, e.what());
       return 2;

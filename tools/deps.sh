@@ -5,6 +5,8 @@ ZV_PACKAGES=(
   build-essential cmake ninja-build pkg-config python3
   libgtest-dev libgmock-dev libbenchmark-dev
   libegl-dev libopengl-dev libglu1-mesa-dev libegl-mesa0 libgl1-mesa-dri
+  libavformat-dev libavcodec-dev libswscale-dev libavutil-dev
+  ffmpeg chromium
 )
 
 zv_ensure_packages() {

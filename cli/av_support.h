@@ -1,0 +1,72 @@
+// Small pieces zvtran shares over FFmpeg's libraries: owning pointers, error
+// texts, picture conversion into and out of the host's 4:2:0 frames, and PNG
+// encoding.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+extern "C" {
+#include <libavcodec/avcodec.h>
+#include <libavformat/avformat.h>
+#include <libswscale/swscale.h>
+}
+
+#include "cli/cli_common.h"
+
+namespace zvcli {
+
+struct AvFrameFree {
+  void operator()(AVFrame* f) const { av_frame_free(&f); }
+};
+struct AvPacketFree {
+  void operator()(AVPacket* p) const { av_packet_free(&p); }
+};
+struct AvCodecFree {
+  void operator()(AVCodecContext* c) const { avcodec_free_context(&c); }
+};
+struct SwsFree {
+  void operator()(SwsContext* s) const { sws_freeContext(s); }
+};
+using FramePtr = std::unique_ptr<AVFrame, AvFrameFree>;
+using PacketPtr = std::unique_ptr<AVPacket, AvPacketFree>;
+using CodecPtr = std::unique_ptr<AVCodecContext, AvCodecFree>;
+
+FramePtr alloc_frame();
+PacketPtr alloc_packet();
+// FFmpeg's text for an error code.
+std::string av_error_text(int code);
+// Keeps FFmpeg's own log quiet: zvtran reports failures in its own words.
+void quiet_av_log();
+
+// An RGB24 picture, rows packed.
+struct RgbPicture {
+  int width = 0;
+  int height = 0;
+  std::vector<uint8_t> pixels;
+  uint8_t* row(int y) { return pixels.data() + static_cast<size_t>(y) * width * 3; }
+};
+
+// Converts pictures with a cached libswscale context (one per user; not shared
+// between threads).
+class PictureConverter {
+ public:
+  PictureConverter() = default;
+  PictureConverter(const PictureConverter&) = delete;
+  PictureConverter& operator=(const PictureConverter&) = delete;
+  // Any decoded picture into `out`, scaled to `out`'s size.
+  void to_image(const AVFrame& frame, Image& out);
+  // A 4:2:0 frame into RGB24 of the given size.
+  RgbPicture to_rgb(const Image& image, int width, int height);
+
+ private:
+  std::unique_ptr<SwsContext, SwsFree> context_;
+};
+
+// The planes of `image` as a 4:2:0 AVFrame (no copy; valid while `image` is).
+void image_as_frame(const Image& image, AVFrame& frame);
+std::vector<uint8_t> encode_png(const RgbPicture& picture);
+
+}  // namespace zvcli

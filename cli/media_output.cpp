@@ -1,0 +1,339 @@
+#include "cli/media_output.h"
+
+#include <atomic>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <dirent.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+extern "C" {
+#include <libavutil/opt.h>
+}
+
+#include "cli/av_support.h"
+#include "cli/bitmap_font.h"
+
+namespace zvcli {
+namespace {
+
+bool is_directory(const std::string& path) {
+  struct stat info;
+  return stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+}
+
+bool ends_with(const std::string& text, const std::string& tail) {
+  return text.size() >= tail.size() && text.compare(text.size() - tail.size(), tail.size(), tail) == 0;
+}
+
+std::string lower(std::string text) {
+  for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return text;
+}
+
+void remove_tree(const std::string& path) {
+  if (DIR* dir = opendir(path.c_str())) {
+    while (dirent* entry = readdir(dir)) {
+      std::string name = entry->d_name;
+      if (name != "." && name != "..") std::remove((path + "/" + name).c_str());
+    }
+    closedir(dir);
+  }
+  rmdir(path.c_str());
+}
+
+void write_bytes(const std::string& path, const std::vector<uint8_t>& bytes) {
+  FILE* f = std::fopen(path.c_str(), "wb");
+  bool ok = f && std::fwrite(bytes.data(), 1, bytes.size(), f) == bytes.size();
+  if (f) ok = std::fclose(f) == 0 && ok;
+  if (!ok) throw RunError(path + ": cannot write: " + std::strerror(errno));
+}
+
+// A hidden name beside the final one that output is written under; removed
+// unless committed (renamed to the final name).
+class TempPath {
+ public:
+  TempPath(const std::string& final_path, bool folder) : final_(final_path), folder_(folder) {
+    static std::atomic<int> counter{0};
+    std::string trimmed = final_path;
+    while (trimmed.size() > 1 && trimmed.back() == '/') trimmed.pop_back();
+    size_t slash = trimmed.rfind('/');
+    std::string dir = slash == std::string::npos ? "" : trimmed.substr(0, slash + 1);
+    std::string base = slash == std::string::npos ? trimmed : trimmed.substr(slash + 1);
+    final_ = trimmed;
+    path_ = dir + "." + base + ".part-" + std::to_string(getpid()) + "-" + std::to_string(counter++);
+    bool made = folder ? mkdir(path_.c_str(), 0777) == 0 : [&] {
+      FILE* f = std::fopen(path_.c_str(), "wb");
+      return f && std::fclose(f) == 0;
+    }();
+    if (!made) throw RunError(final_path + ": cannot write: " + std::strerror(errno));
+  }
+  TempPath(const TempPath&) = delete;
+  TempPath& operator=(const TempPath&) = delete;
+  ~TempPath() {
+    if (committed_) return;
+    if (folder_) {
+      remove_tree(path_);
+    } else {
+      std::remove(path_.c_str());
+    }
+  }
+  const std::string& path() const { return path_; }
+  void commit() {
+    if (std::rename(path_.c_str(), final_.c_str()) != 0) {
+      throw RunError(final_ + ": cannot write: " + std::strerror(errno));
+    }
+    committed_ = true;
+  }
+
+ private:
+  std::string final_, path_;
+  bool folder_;
+  bool committed_ = false;
+};
+
+AVRational frame_rate_of(double fps) { return av_d2q(fps, 100000); }
+
+// YUV4MPEG2: a text header, then "FRAME" and the three planes per frame.
+class Y4mSink : public FrameSink {
+ public:
+  Y4mSink(const std::string& path, const OutputInfo& info) {
+    if (path == "-") {
+      if (isatty(STDOUT_FILENO)) throw UsageError("not writing video to a terminal (redirect stdout or pipe it)");
+      file_ = stdout;
+    } else {
+      temp_ = std::make_unique<TempPath>(path, false);
+      file_ = std::fopen(temp_->path().c_str(), "wb");
+      if (!file_) throw RunError(path + ": cannot write: " + std::strerror(errno));
+    }
+    AVRational rate = frame_rate_of(info.fps);
+    std::fprintf(file_, "YUV4MPEG2 W%d H%d F%d:%d Ip A1:1 C420jpeg\n", info.size.width, info.size.height, rate.num,
+                 rate.den);
+  }
+  ~Y4mSink() override {
+    if (temp_ && file_) std::fclose(file_);
+  }
+  void write(const Image& frame, int) override {
+    std::fputs("FRAME\n", file_);
+    for (int p = 0; p < 3; ++p) {
+      const uint8_t* plane = p == 0 ? frame.get_Y() : p == 1 ? frame.get_U() : frame.get_V();
+      std::fwrite(plane, 1, frame.plane_size(p), file_);
+    }
+    if (std::ferror(file_)) throw RunError("cannot write the Y4M stream: " + std::string(std::strerror(errno)));
+  }
+  void finish() override {
+    if (!temp_) {
+      if (std::fflush(file_) != 0) throw RunError("cannot write the Y4M stream: " + std::string(std::strerror(errno)));
+      return;
+    }
+    FILE* f = file_;
+    file_ = nullptr;
+    if (std::fclose(f) != 0) throw RunError("cannot write the Y4M file: " + std::string(std::strerror(errno)));
+    temp_->commit();
+  }
+
+ private:
+  std::unique_ptr<TempPath> temp_;
+  FILE* file_ = nullptr;
+};
+
+struct OutputClose {
+  void operator()(AVFormatContext* f) const {
+    if (f->pb) avio_closep(&f->pb);
+    avformat_free_context(f);
+  }
+};
+
+// H.264 in an MP4 file, which browsers play inline. Falls back to another
+// H.264 encoder, then to MPEG-4 Part 2, when libx264 is missing.
+class Mp4Sink : public FrameSink {
+ public:
+  Mp4Sink(const std::string& path, const OutputInfo& info) : temp_(path, false) {
+    quiet_av_log();
+    AVFormatContext* format = nullptr;
+    if (avformat_alloc_output_context2(&format, nullptr, "mp4", temp_.path().c_str()) < 0) {
+      throw RunError("this FFmpeg cannot write MP4 files");
+    }
+    format_.reset(format);
+    open_encoder(info);
+    AVStream* stream = avformat_new_stream(format, nullptr);
+    if (!stream) throw std::bad_alloc();
+    avcodec_parameters_from_context(stream->codecpar, encoder_.get());
+    stream->time_base = encoder_->time_base;
+    stream->avg_frame_rate = encoder_->framerate;
+    if (int rc = avio_open(&format->pb, temp_.path().c_str(), AVIO_FLAG_WRITE); rc < 0) {
+      throw RunError(path + ": cannot write: " + av_error_text(rc));
+    }
+    AVDictionary* options = nullptr;
+    av_dict_set(&options, "movflags", "+faststart", 0);
+    int rc = avformat_write_header(format, &options);
+    av_dict_free(&options);
+    if (rc < 0) throw RunError(path + ": cannot start the MP4 file: " + av_error_text(rc));
+    stream_ = stream;
+    frame_ = alloc_frame();
+    packet_ = alloc_packet();
+  }
+
+  void write(const Image& image, int) override {
+    image_as_frame(image, *frame_);
+    frame_->pts = next_pts_++;
+    send(frame_.get());
+  }
+
+  void finish() override {
+    send(nullptr);
+    if (int rc = av_write_trailer(format_.get()); rc < 0) throw RunError("cannot finish the MP4 file: " + av_error_text(rc));
+    if (int rc = avio_closep(&format_->pb); rc < 0) throw RunError("cannot write the MP4 file: " + av_error_text(rc));
+    temp_.commit();
+  }
+
+ private:
+  void open_encoder(const OutputInfo& info) {
+    const AVCodec* candidates[] = {avcodec_find_encoder_by_name("libx264"), avcodec_find_encoder(AV_CODEC_ID_H264),
+                                   avcodec_find_encoder(AV_CODEC_ID_MPEG4)};
+    for (const AVCodec* codec : candidates) {
+      if (!codec) continue;
+      CodecPtr context(avcodec_alloc_context3(codec));
+      if (!context) throw std::bad_alloc();
+      context->width = info.size.width;
+      context->height = info.size.height;
+      context->pix_fmt = AV_PIX_FMT_YUV420P;
+      context->framerate = frame_rate_of(info.fps);
+      context->time_base = av_inv_q(context->framerate);
+      context->gop_size = 50;
+      context->thread_count = info.encoder_threads;
+      if (format_->oformat->flags & AVFMT_GLOBALHEADER) context->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
+      AVDictionary* options = nullptr;
+      if (codec->id == AV_CODEC_ID_H264) {
+        av_dict_set(&options, "preset", "veryfast", 0);
+        av_dict_set_int(&options, "crf", info.video_quality, 0);
+      } else {
+        context->qmin = context->qmax = 2;
+      }
+      int rc = avcodec_open2(context.get(), codec, &options);
+      av_dict_free(&options);
+      if (rc >= 0) {
+        encoder_ = std::move(context);
+        return;
+      }
+    }
+    throw RunError("this FFmpeg has no working H.264 or MPEG-4 encoder");
+  }
+
+  void send(const AVFrame* frame) {
+    int rc = avcodec_send_frame(encoder_.get(), frame);
+    while (rc >= 0) {
+      rc = avcodec_receive_packet(encoder_.get(), packet_.get());
+      if (rc < 0) break;
+      av_packet_rescale_ts(packet_.get(), encoder_->time_base, stream_->time_base);
+      packet_->stream_index = stream_->index;
+      rc = av_interleaved_write_frame(format_.get(), packet_.get());
+    }
+    if (rc != AVERROR(EAGAIN) && rc != AVERROR_EOF) throw RunError("video encoding failed: " + av_error_text(rc));
+  }
+
+  TempPath temp_;
+  std::unique_ptr<AVFormatContext, OutputClose> format_;
+  CodecPtr encoder_;
+  AVStream* stream_ = nullptr;
+  FramePtr frame_;
+  PacketPtr packet_;
+  int64_t next_pts_ = 0;
+};
+
+// One PNG per frame, frame-00001.png onwards, in a folder that appears whole.
+class PngFolderSink : public FrameSink {
+ public:
+  PngFolderSink(const std::string& path, const OutputInfo&) : temp_(path, true) { quiet_av_log(); }
+  void write(const Image& frame, int) override {
+    char name[32];
+    std::snprintf(name, sizeof name, "/frame-%05d.png", ++count_);
+    write_bytes(temp_.path() + name, encode_png(converter_.to_rgb(frame, frame.width, frame.height)));
+  }
+  void finish() override { temp_.commit(); }
+
+ private:
+  TempPath temp_;
+  PictureConverter converter_;
+  int count_ = 0;
+};
+
+// A row of frames at 0, 25, 50, 75 and 100 % of the transition, headed by
+// the transition's name and style, each frame labelled with its percentage.
+class ContactSheetSink : public FrameSink {
+ public:
+  ContactSheetSink(const std::string& path, const OutputInfo& info) : temp_(path, false), info_(info) {
+    quiet_av_log();
+    thumb_width_ = std::min(info.size.width, kMaxThumbWidth);
+    thumb_height_ = std::max(1, static_cast<int>(static_cast<long>(info.size.height) * thumb_width_ / info.size.width));
+  }
+  void write(const Image& frame, int transition_index) override {
+    for (int k = 0; k < kShots; ++k) {
+      if (transition_index >= 0 && transition_index == shot_index(k)) {
+        shots_[k] = converter_.to_rgb(frame, thumb_width_, thumb_height_);
+      }
+    }
+  }
+  void finish() override {
+    const int text_height = 8 * kScale;
+    RgbPicture sheet;
+    sheet.width = 2 * kMargin + kShots * thumb_width_ + (kShots - 1) * kGap;
+    sheet.height = 2 * kMargin + 3 * text_height + 2 * kGap + kGap / 2 + thumb_height_;
+    sheet.pixels.resize(static_cast<size_t>(sheet.width) * sheet.height * 3);
+    for (size_t i = 0; i < sheet.pixels.size(); i += 3) {
+      sheet.pixels[i] = 28, sheet.pixels[i + 1] = 30, sheet.pixels[i + 2] = 36;
+    }
+    const uint8_t white[3] = {240, 240, 240}, grey[3] = {170, 176, 190};
+    draw_text(sheet, kMargin, kMargin, info_.title, kScale, white);
+    draw_text(sheet, kMargin, kMargin + text_height + kGap / 2, info_.subtitle, kScale, grey);
+    const int top = kMargin + 2 * text_height + kGap + kGap / 2;
+    for (int k = 0; k < kShots; ++k) {
+      const int left = kMargin + k * (thumb_width_ + kGap);
+      if (shots_[k].width == thumb_width_) {
+        for (int y = 0; y < thumb_height_; ++y) {
+          std::memcpy(sheet.row(top + y) + left * 3, shots_[k].row(y), static_cast<size_t>(thumb_width_) * 3);
+        }
+      }
+      std::string label = std::to_string(k * 25) + "%";
+      draw_text(sheet, left + (thumb_width_ - text_width(label, kScale)) / 2, top + thumb_height_ + kGap, label, kScale,
+                white);
+    }
+    write_bytes(temp_.path(), encode_png(sheet));
+    temp_.commit();
+  }
+
+ private:
+  static constexpr int kShots = 5, kMaxThumbWidth = 320, kMargin = 12, kGap = 8, kScale = 2;
+  int shot_index(int k) const { return (k * (info_.transition_frames - 1) + 2) / 4; }
+
+  TempPath temp_;
+  OutputInfo info_;
+  PictureConverter converter_;
+  RgbPicture shots_[kShots];
+  int thumb_width_ = 0, thumb_height_ = 0;
+};
+
+}  // namespace
+
+std::unique_ptr<FrameSink> open_sink(const std::string& path, const OutputInfo& info) {
+  const std::string ext = lower(path.substr(path.rfind('.') == std::string::npos ? path.size() : path.rfind('.')));
+  if (path == "-" || ext == ".y4m") return std::make_unique<Y4mSink>(path, info);
+  if (ext == ".mp4") return std::make_unique<Mp4Sink>(path, info);
+  if (ext == ".png") return std::make_unique<ContactSheetSink>(path, info);
+  const size_t slash = path.rfind('/');
+  const bool no_extension = path.find('.', slash == std::string::npos ? 0 : slash + 1) == std::string::npos;
+  if (ends_with(path, "/") || is_directory(path) || no_extension) {
+    if (is_directory(path)) {
+      DIR* dir = opendir(path.c_str());
+      int entries = 0;
+      while (dir && readdir(dir)) ++entries;
+      if (dir) closedir(dir);
+      if (entries > 2) throw UsageError(path + ": the folder is not empty (frames go into a new or empty folder)");
+    }
+    return std::make_unique<PngFolderSink>(path, info);
+  }
+  throw UsageError(path + ": unknown output kind '" + ext + "' (use .mp4, .y4m, .png, a folder, or - for Y4M on stdout)");
+}
+
+}  // namespace zvcli

@@ -1,0 +1,108 @@
+// zvtran render: a transition between two clips (media files or built-in
+// patterns), rendered frame by frame through the host registry into a video,
+// a Y4M stream, a contact sheet or a folder of PNGs.
+#include <cstdio>
+#include <string>
+#include <unistd.h>
+
+#include "cli/cli_common.h"
+#include "cli/commands.h"
+#include "cli/media_input.h"
+#include "cli/media_output.h"
+#include "cli/render_job.h"
+#include "frame/registration.h"
+#include "host/transition_registry.h"
+
+namespace zvcli {
+namespace {
+
+constexpr const char* kUsage =
+    "usage: zvtran render A B --transition T [--style S] [--param1 N] [--param2 X] [--duration SEC] "
+    "[--offset SEC] [--size WxH] [--fps R] [--with-clips] -o OUT";
+constexpr int kMaxSide = 8192;
+constexpr int kMaxFrames = 1000000;
+
+Size checked_size(Size size, const std::string& what) {
+  if (size.width <= 0 || size.height <= 0 || size.width > kMaxSide || size.height > kMaxSide ||
+      size.width % 2 || size.height % 2) {
+    throw UsageError(what + ": " + std::to_string(size.width) + "x" + std::to_string(size.height) +
+                     " is not a size of even width and height from 2 to " + std::to_string(kMaxSide));
+  }
+  return size;
+}
+
+void draw_progress(int done, int total) {
+  const int width = 30, filled = static_cast<int>(static_cast<long>(done) * width / total);
+  std::fprintf(stderr, "\r  [%s%s] %3d%%  %d/%d frames", std::string(filled, '#').c_str(),
+               std::string(width - filled, ' ').c_str(), static_cast<int>(100L * done / total), done, total);
+  if (done == total) std::fputc('\n', stderr);
+}
+
+}  // namespace
+
+int render_command(int argc, char** argv) {
+  std::vector<char*> argument_list = with_long_output_option(argc, argv);
+  Args args(static_cast<int>(argument_list.size()), argument_list.data(),
+            {"transition", "style", "param1", "param2", "duration", "offset", "size", "fps", "output"},
+            {"with-clips"});
+  if (args.positional().size() != 2) throw UsageError(kUsage);
+  const std::string out_path = args.require("output");
+  const int id = resolve_transition(args.require("transition"));
+  const char* name = transition_get_op_name(id);
+  if (!zv::transition_is_implemented(id)) {
+    throw UsageError("transition " + std::to_string(id) + " (" + name + ") is not implemented in this build");
+  }
+
+  RenderPlan plan;
+  plan.op = transition_get_op(id);
+  plan.style = resolve_style(id, args.get("style").value_or("0"));
+  plan.param1 = args.get_int("param1", 0);
+  plan.param2 = args.get_double("param2", 0.0);
+  plan.duration = args.get_double("duration", 1.0);
+  if (!(plan.duration > 0 && plan.duration <= 3600)) throw UsageError("--duration must be above 0 and at most 3600");
+
+  std::unique_ptr<FrameSource> a = open_source(args.positional()[0]);
+  std::unique_ptr<FrameSource> b = open_source(args.positional()[1]);
+  if (auto size = args.get_size("size")) {
+    plan.size = checked_size(*size, "--size");
+  } else {
+    plan.size = checked_size(Size{a->size().width & ~1, a->size().height & ~1}, args.positional()[0] + ": picture");
+  }
+  plan.fps = args.get_double("fps", a->frame_rate() > 0 ? a->frame_rate() : 25.0);
+  if (!(plan.fps > 0 && plan.fps <= 240)) throw UsageError("--fps must be above 0 and at most 240");
+  const bool with_clips = args.has("with-clips");
+  plan.offset = args.get_double("offset", with_clips ? std::max(0.0, a->length() - plan.duration) : 0.0);
+  if (!(plan.offset >= 0 && plan.offset <= 86400)) throw UsageError("--offset must be from 0 to 86400");
+  if (with_clips) {
+    plan.lead_frames = zv::round_to_int(plan.offset * plan.fps);
+    plan.tail_frames = zv::round_to_int(std::max(0.0, b->length() - plan.duration) * plan.fps);
+  }
+  if (static_cast<double>(plan.lead_frames) + plan.transition_frames() + plan.tail_frames > kMaxFrames) {
+    throw UsageError("that is more than " + std::to_string(kMaxFrames) + " frames");
+  }
+
+  OutputInfo info;
+  info.size = plan.size;
+  info.fps = plan.fps;
+  info.transition_frames = plan.transition_frames();
+  info.title = std::to_string(id) + " " + name;
+  std::vector<std::string> styles = style_names(id);
+  info.subtitle = "style " + std::to_string(plan.style) +
+                  (plan.style < static_cast<int>(styles.size()) ? ": " + styles[plan.style] : "");
+  catch_interrupts();
+  std::unique_ptr<FrameSink> sink = open_sink(out_path, info);
+
+  const int total = plan.total_frames();
+  const bool show_progress = isatty(STDERR_FILENO);
+  render(plan, *a, *b, {sink.get()}, [&](int done) {
+    if (show_progress) draw_progress(done, total);
+  });
+  sink->finish();
+  if (out_path != "-") {
+    std::printf("%s: %d frames, %dx%d at %g fps (%s, %s)\n", out_path.c_str(), total, plan.size.width,
+                plan.size.height, plan.fps, name, info.subtitle.c_str());
+  }
+  return 0;
+}
+
+}  // namespace zvcli

@@ -1,0 +1,50 @@
+// Rendering a transition between two clips exactly as a host does: one call of
+// the registered transition per output frame, with `duration` the length of
+// the transition and `position` the time into it.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "cli/frame_source.h"
+#include "cli/media_output.h"
+#include "frame/transition_op.h"
+
+namespace zvcli {
+
+// Thrown when SIGINT or SIGTERM asked the work to stop.
+struct Interrupted : RunError {
+  Interrupted() : RunError("interrupted") {}
+};
+// Turns SIGINT and SIGTERM into a flag the render loops check per frame.
+void catch_interrupts();
+bool interrupt_requested();
+
+struct RenderPlan {
+  TransitionOp op = nullptr;
+  int style = 0;
+  int param1 = 0;
+  double param2 = 0;
+  double duration = 1;       // seconds
+  double offset = 0;         // where in A the transition starts, seconds
+  Size size;
+  double fps = 25;
+  int lead_frames = 0;       // frames of A alone before the transition
+  int tail_frames = 0;       // frames of B alone after it
+  int transition_frames() const;
+  int total_frames() const { return lead_frames + transition_frames() + tail_frames; }
+};
+
+// Renders every frame into each sink (they are finished by the caller).
+// `progress` is called after each frame with the count done.
+void render(const RenderPlan& plan, FrameSource& a, FrameSource& b, const std::vector<FrameSink*>& sinks,
+            const std::function<void(int done)>& progress = {});
+
+// The style index from an index or a style name of transition `id`; a usage
+// error when out of range or unknown. Not thread-safe (catalogue queries).
+int resolve_style(int id, const std::string& text);
+// The style names a host shows for `id` (as many as its style count).
+std::vector<std::string> style_names(int id);
+
+}  // namespace zvcli

@@ -1,0 +1,325 @@
+// zvtran render and zvtran demo, run as a user runs them: real media made
+// with the ffmpeg program, outputs decoded back and compared, bad input
+// refused without leftovers, and the gallery page opened in headless Chromium.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <dirent.h>
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <set>
+#include <spawn.h>
+#include <string>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+#include "frame/registration.h"
+#include "frame/zv_transition.h"
+
+extern char** environ;
+
+namespace {
+
+const std::string kZvtran = ZVTRAN_PATH;
+
+std::string read_text(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+struct Result {
+  int status;
+  std::string out, err;
+};
+
+// A scratch folder per test, removed afterwards.
+class RenderTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    char pattern[] = "/tmp/zvtran-render-XXXXXX";
+    ASSERT_NE(mkdtemp(pattern), nullptr);
+    dir_ = pattern;
+  }
+  void TearDown() override { std::system(("rm -rf '" + dir_ + "'").c_str()); }
+
+  std::string path(const std::string& name) const { return dir_ + "/" + name; }
+
+  Result sh(const std::string& command) const {
+    const std::string out = path(".stdout"), err = path(".stderr");
+    int status = std::system((command + " >'" + out + "' 2>'" + err + "' </dev/null").c_str());
+    Result result{WIFEXITED(status) ? WEXITSTATUS(status) : -1, read_text(out), read_text(err)};
+    std::remove(out.c_str());
+    std::remove(err.c_str());
+    return result;
+  }
+  Result zvtran(const std::string& args) const { return sh("'" + kZvtran + "' " + args); }
+  void ffmpeg(const std::string& args) const {
+    Result r = sh("ffmpeg -hide_banner -loglevel error -y " + args);
+    ASSERT_EQ(r.status, 0) << r.err;
+  }
+
+  // Names in the scratch folder, hidden ones included.
+  std::set<std::string> listing() const {
+    std::set<std::string> names;
+    if (DIR* d = opendir(dir_.c_str())) {
+      while (dirent* e = readdir(d)) {
+        if (std::string(e->d_name) != "." && std::string(e->d_name) != "..") names.insert(e->d_name);
+      }
+      closedir(d);
+    }
+    return names;
+  }
+
+  std::string dir_;
+};
+
+struct Video {
+  int width = 0, height = 0;
+  std::vector<std::vector<uint8_t>> frames;  // Y, U, V of each
+};
+
+Video parse_y4m(const std::string& bytes) {
+  Video video;
+  size_t eol = bytes.find('\n');
+  if (bytes.compare(0, 10, "YUV4MPEG2 ") != 0 || eol == std::string::npos) return video;
+  std::smatch m;
+  std::string header = bytes.substr(0, eol);
+  if (std::regex_search(header, m, std::regex(" W(\\d+)"))) video.width = std::stoi(m[1]);
+  if (std::regex_search(header, m, std::regex(" H(\\d+)"))) video.height = std::stoi(m[1]);
+  const size_t frame = static_cast<size_t>(video.width) * video.height * 3 / 2;
+  for (size_t at = eol + 1; at < bytes.size();) {
+    size_t line = bytes.find('\n', at);
+    if (line == std::string::npos || bytes.compare(at, 5, "FRAME") != 0 || line + 1 + frame > bytes.size()) break;
+    video.frames.emplace_back(bytes.begin() + line + 1, bytes.begin() + line + 1 + frame);
+    at = line + 1 + frame;
+  }
+  return video;
+}
+
+double mean_difference(const std::vector<uint8_t>& x, const std::vector<uint8_t>& y) {
+  if (x.size() != y.size() || x.empty()) return 1e9;
+  double sum = 0;
+  for (size_t i = 0; i < x.size(); ++i) sum += std::abs(x[i] - y[i]);
+  return sum / x.size();
+}
+
+TEST_F(RenderTest, TwoMp4sOfDifferentSizesAndRates) {
+  ffmpeg("-f lavfi -i testsrc2=size=320x240:rate=25 -t 2 -pix_fmt yuv420p -crf 12 '" + path("a.mp4") + "'");
+  ffmpeg("-f lavfi -i testsrc=size=240x180:rate=30 -t 2 -pix_fmt yuv420p -crf 12 '" + path("b.mp4") + "'");
+  Result r = zvtran("render '" + path("a.mp4") + "' '" + path("b.mp4") + "' --transition Fade --duration 1 -o '" +
+                    path("out.mp4") + "'");
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(r.err, "");  // no progress bar when stderr is not a terminal
+
+  ffmpeg("-i '" + path("out.mp4") + "' -f yuv4mpegpipe -pix_fmt yuv420p '" + path("out.y4m") + "'");
+  Video out = parse_y4m(read_text(path("out.y4m")));
+  EXPECT_EQ(out.width, 320);  // A's size and rate
+  EXPECT_EQ(out.height, 240);
+  ASSERT_EQ(out.frames.size(), 25u);
+
+  // The last frame shows B at 24/25 s: its picture 28 (28/30 s), scaled up.
+  ffmpeg("-i '" + path("a.mp4") + "' -frames:v 1 -f yuv4mpegpipe '" + path("a0.y4m") + "'");
+  ffmpeg("-i '" + path("b.mp4") + "' -vf 'select=eq(n\\,28),scale=320:240' -frames:v 1 -f yuv4mpegpipe '" +
+         path("b28.y4m") + "'");
+  const std::vector<uint8_t> a0 = parse_y4m(read_text(path("a0.y4m"))).frames.at(0);
+  const std::vector<uint8_t> b28 = parse_y4m(read_text(path("b28.y4m"))).frames.at(0);
+  EXPECT_LT(mean_difference(out.frames.front(), a0), 2.0);
+  EXPECT_LT(mean_difference(out.frames.back(), b28), 3.0);
+  EXPECT_GT(mean_difference(a0, b28), 20.0);  // the comparison can tell A from B
+}
+
+TEST_F(RenderTest, Y4mClipAgainstPngStillIsExact) {
+  ffmpeg("-f lavfi -i testsrc2=size=160x120:rate=10 -t 1 -pix_fmt yuv420p '" + path("a.y4m") + "'");
+  ffmpeg("-f lavfi -i smptebars=size=200x150 -frames:v 1 '" + path("b.png") + "'");
+  ffmpeg("-i '" + path("b.png") + "' -vf scale=160:120 -pix_fmt yuv420p -f yuv4mpegpipe '" + path("b.y4m") + "'");
+  const Video a = parse_y4m(read_text(path("a.y4m")));
+  ASSERT_EQ(a.frames.size(), 10u);
+
+  // 1.5 s at A's 10 fps: 15 frames, A (1 s long) holding its last picture.
+  const std::string args = "render '" + path("a.y4m") + "' '" + path("b.png") +
+                           "' --transition 14 --style 'Normal Switch' --duration 1.5 -o ";
+  Result r = zvtran(args + "'" + path("out.y4m") + "'");
+  ASSERT_EQ(r.status, 0) << r.err;
+  const std::string bytes = read_text(path("out.y4m"));
+  Video out = parse_y4m(bytes);
+  EXPECT_EQ(out.width, 160);
+  EXPECT_EQ(out.height, 120);
+  ASSERT_EQ(out.frames.size(), 15u);
+  EXPECT_EQ(out.frames.front(), a.frames.front());
+  EXPECT_LT(mean_difference(out.frames.back(), parse_y4m(read_text(path("b.y4m"))).frames.at(0)), 1.5);
+
+  // The same stream on stdout.
+  Result piped = zvtran(args + "-");
+  ASSERT_EQ(piped.status, 0) << piped.err;
+  EXPECT_EQ(piped.out, bytes);
+
+  // A clip faded into itself shows its own pictures at 10 fps, then holds the last.
+  r = zvtran("render '" + path("a.y4m") + "' '" + path("a.y4m") + "' --transition Fade --duration 1.5 -o '" +
+             path("self.y4m") + "'");
+  ASSERT_EQ(r.status, 0) << r.err;
+  Video self = parse_y4m(read_text(path("self.y4m")));
+  ASSERT_EQ(self.frames.size(), 15u);
+  for (size_t i = 0; i < self.frames.size(); ++i) EXPECT_EQ(self.frames[i], a.frames[std::min<size_t>(i, 9)]) << i;
+}
+
+TEST_F(RenderTest, PatternsIntoEveryKindOfOutput) {
+  const std::string clips = "render pattern:zoneplate pattern:checker --transition Fade --size 96x64 --fps 20 "
+                            "--duration 0.5 ";
+  Result r = zvtran(clips + "-o '" + path("out.y4m") + "'");
+  ASSERT_EQ(r.status, 0) << r.err;
+  Video out = parse_y4m(read_text(path("out.y4m")));
+  EXPECT_EQ(out.width, 96);
+  EXPECT_EQ(out.height, 64);
+  ASSERT_EQ(out.frames.size(), 10u);
+  for (size_t i = 1; i < out.frames.size(); ++i) EXPECT_NE(out.frames[i], out.frames[i - 1]) << i;
+
+  // With the clips around it: 1.5 s of each two-second pattern before and after.
+  ASSERT_EQ(zvtran(clips + "--with-clips -o '" + path("clips.y4m") + "'").status, 0);
+  EXPECT_EQ(parse_y4m(read_text(path("clips.y4m"))).frames.size(), 70u);
+
+  for (const char* pattern : {"bars", "gradient"}) {
+    r = zvtran("render pattern:" + std::string(pattern) + " pattern:checker --transition 14 --size 96x64 -o '" +
+               path(std::string(pattern) + ".mp4") + "'");
+    ASSERT_EQ(r.status, 0) << r.err;
+  }
+  r = sh("ffprobe -v error -count_frames -show_entries stream=codec_name,width,height,nb_read_frames -of csv=p=0 '" +
+         path("bars.mp4") + "'");
+  EXPECT_EQ(r.out, "h264,96,64,25\n");
+
+  ASSERT_EQ(zvtran(clips + "--style 'fade out&in' -o '" + path("sheet.png") + "'").status, 0);
+  r = sh("ffprobe -v error -show_entries stream=width,height -of csv=p=0 '" + path("sheet.png") + "'");
+  EXPECT_EQ(r.out, "536,156\n");  // five 96 x 64 frames under two lines of text
+
+  ASSERT_EQ(zvtran(clips + "-o '" + path("frames") + "'").status, 0);
+  std::string names;
+  for (int i = 1; i <= 11; ++i) {
+    char name[32];
+    std::snprintf(name, sizeof name, "frames/frame-%05d.png", i);
+    names += std::ifstream(path(name)) ? "+" : "-";
+  }
+  EXPECT_EQ(names, "++++++++++-");
+  r = sh("ffprobe -v error -show_entries stream=width,height -of csv=p=0 '" + path("frames/frame-00010.png") + "'");
+  EXPECT_EQ(r.out, "96,64\n");
+  EXPECT_EQ(listing(), (std::set<std::string>{"out.y4m", "clips.y4m", "bars.mp4", "gradient.mp4", "sheet.png",
+                                               "frames"}));
+}
+
+TEST_F(RenderTest, BadInputGetsOneLineAndLeavesNothing) {
+  ffmpeg("-f lavfi -i testsrc=size=64x48:rate=10 -t 0.5 -pix_fmt yuv420p '" + path("clip.y4m") + "'");
+  std::ofstream(path("notes.mp4")) << "these are notes, not a video\n";
+  std::ofstream(path("file")) << "x";
+  std::string unimplemented;
+  for (int id = 1; id <= zv::kTransitionCount && unimplemented.empty(); ++id) {
+    if (!zv::transition_is_implemented(id)) unimplemented = std::to_string(id);
+  }
+  const std::string clip = "'" + path("clip.y4m") + "' ";
+  struct Case {
+    std::string args, message;
+  };
+  std::vector<Case> cases = {
+      {"'" + path("missing.mp4") + "' " + clip + "--transition Fade -o OUT.mp4", "missing.mp4: no such file"},
+      {"'" + path("notes.mp4") + "' " + clip + "--transition Fade -o OUT.mp4", "not a media file"},
+      {"pattern:plaid " + clip + "--transition Fade -o OUT.mp4", "unknown pattern 'plaid'"},
+      {clip + clip + "--transition Frobnicate -o OUT.mp4", "unknown transition 'Frobnicate'"},
+      {clip + clip + "--transition 67 -o OUT.mp4", "out of range"},
+      {clip + clip + "--transition Fade --style Sideways -o OUT.mp4", "unknown style 'Sideways' for Fade"},
+      {clip + clip + "--transition Fade --style 8 -o OUT.mp4", "style 8 is out of range for Fade (styles 0-7)"},
+      {clip + clip + "--transition Fade --style -1 -o OUT.y4m", "out of range"},
+      {clip + clip + "--transition Fade --size 321x180 -o OUT.mp4", "not a size of even width and height"},
+      {clip + clip + "--transition Fade --size 0x0 -o OUT.y4m", "not a size of even width and height"},
+      {clip + clip + "--transition Fade --size big -o OUT.mp4", "not a size of the form WxH"},
+      {clip + clip + "--transition Fade --duration 0 -o OUT.mp4", "--duration"},
+      {clip + clip + "--transition Fade --fps nan -o OUT.mp4", "--fps"},
+      {clip + clip + "--transition Fade -o OUT.avi", "unknown output kind '.avi'"},
+      {clip + clip + "--transition Fade -o '" + path("file/out.mp4") + "'", "cannot write"},
+      {clip + clip + "--transition Fade -o '" + path("file/out.y4m") + "'", "cannot write"},
+      {clip + clip + "--transition Fade -o '" + path("file/out.png") + "'", "cannot write"},
+      {clip + clip + "--transition Fade -o '" + path("no/such/folder/") + "'", "cannot write"},
+      {clip + clip + "--transition Fade", "missing option --output"},
+  };
+  if (!unimplemented.empty()) {
+    cases.push_back({clip + clip + "--transition " + unimplemented + " -o OUT.mp4", "not implemented"});
+  }
+  const std::set<std::string> before = listing();
+  for (const Case& c : cases) {
+    std::string args = c.args;
+    if (size_t at = args.find("OUT."); at != std::string::npos) args.replace(at, 3, "'" + path("out") + "'");
+    Result r = zvtran("render " + args);
+    EXPECT_NE(r.status, 0) << args;
+    EXPECT_NE(r.err.find(c.message), std::string::npos) << args << "\n" << r.err;
+    EXPECT_EQ(std::count(r.err.begin(), r.err.end(), '\n'), 1) << r.err;
+    EXPECT_EQ(listing(), before) << args;
+  }
+}
+
+TEST_F(RenderTest, InterruptLeavesNoOutput) {
+  const std::string out = path("long.y4m");
+  std::vector<std::string> words = {kZvtran, "render", "pattern:bars", "pattern:zoneplate", "--transition", "Fade",
+                                    "--duration", "600", "--size", "640x360", "-o", out};
+  std::vector<char*> argv;
+  for (std::string& w : words) argv.push_back(w.data());
+  argv.push_back(nullptr);
+  pid_t pid;
+  ASSERT_EQ(posix_spawn(&pid, kZvtran.c_str(), nullptr, nullptr, argv.data(), environ), 0);
+  // Wait until it is writing (its temporary file has appeared and grown).
+  bool writing = false;
+  for (int i = 0; i < 200 && !writing; ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    for (const std::string& name : listing()) {
+      if (name.find(".long.y4m.part") == 0 && read_text(path(name)).size() > 1000000) writing = true;
+    }
+  }
+  EXPECT_TRUE(writing);
+  kill(pid, SIGINT);
+  int status = 0;
+  ASSERT_EQ(waitpid(pid, &status, 0), pid);
+  EXPECT_TRUE(WIFEXITED(status));
+  EXPECT_EQ(WEXITSTATUS(status), 130);
+  EXPECT_EQ(listing(), std::set<std::string>{});
+}
+
+TEST_F(RenderTest, DemoGalleryPlaysInChromium) {
+  const std::string gallery = path("gallery");
+  Result r = zvtran("demo -o '" + gallery + "' --ids Fade --size 96x64");
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_NE(r.out.find("file://" + gallery + "/index.html"), std::string::npos) << r.out;
+  const std::string page = read_text(gallery + "/index.html");
+  const int styles = zvTranGetStyleCount(14);
+  size_t videos = 0;
+  for (size_t at = 0; (at = page.find("<video ", at)) != std::string::npos; ++at) ++videos;
+  EXPECT_EQ(videos, static_cast<size_t>(styles));
+
+  const std::string chromium =
+      "chromium --headless --no-sandbox --disable-gpu --disable-quic --no-first-run --disable-background-networking "
+      "--disable-component-update --disable-sync --autoplay-policy=no-user-gesture-required "
+      "--virtual-time-budget=5000 ";
+  r = sh(chromium + "--user-data-dir='" + path("profile1") + "' --dump-dom 'file://" + gallery + "/index.html'");
+  ASSERT_EQ(r.status, 0) << r.err;
+  std::smatch m;
+  ASSERT_TRUE(std::regex_search(r.out, m, std::regex("id=\"media-status\"([^>]*)>")));
+  const std::string n = std::to_string(styles);
+  const std::string status = m[1];
+  EXPECT_NE(status.find("data-videos=\"" + n + "\""), std::string::npos) << status;
+  EXPECT_NE(status.find("data-playing=\"" + n + "\""), std::string::npos) << status;
+  EXPECT_NE(status.find("data-loaded=\"" + n + "\""), std::string::npos) << status;
+  EXPECT_NE(status.find("data-broken=\"0\""), std::string::npos) << status;
+  EXPECT_EQ(std::regex_search(r.out, std::regex("data-ready=\"[01]\"")), false);
+
+  // A screenshot of the page, kept beside the tests for a person to look at.
+  const std::string shot = "demo-gallery.png";
+  std::remove(shot.c_str());
+  r = sh(chromium + "--user-data-dir='" + path("profile2") + "' --window-size=1280,900 --hide-scrollbars "
+         "--screenshot='" + shot + "' 'file://" + gallery + "/index.html'");
+  ASSERT_EQ(r.status, 0) << r.err;
+  const std::string png = read_text(shot);
+  EXPECT_GT(png.size(), 10000u);
+  EXPECT_EQ(png.compare(0, 4, "\x89PNG"), 0);
+}
+
+}  // namespace
