@@ -2,6 +2,7 @@
 
 #include "blends/fade.h"
 #include "frame/platform_module.h"
+#include "imaging/fit_overlap.h"
 #include "frame/zv_transition.h"
 #include "host/transition_registry.h"
 
@@ -39,7 +40,7 @@ const TransitionOp kEntries[kTransitionCount] = {
     fade_transition,             // 14 Fade
     not_implemented_transition,  // 15 Mosaic Based Wipe
     not_implemented_transition,  // 16 Picture in picture
-    not_implemented_transition,  // 17 Overlap Alpha Blend
+    zvTransparentOverlap,        // 17 Overlap Alpha Blend: the exported service itself
     not_implemented_transition,  // 18 3D Roll
     not_implemented_transition,  // 19 Wipe
     not_implemented_transition,  // 20 Split
