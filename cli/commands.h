@@ -5,5 +5,8 @@ namespace zvcli {
 
 int apply_command(int argc, char** argv);
 int catalogue_command(int argc, char** argv);
+int rgb2yuv_command(int argc, char** argv);
+int yuv2rgb_command(int argc, char** argv);
+int resize_command(int argc, char** argv);
 
 }  // namespace zvcli
