@@ -185,22 +185,11 @@ ResizeRect fit_target(int method, int dw_picture, int dh_picture, int sw_picture
       const auto den = checked_product({sy, dh_picture, x});
       dw = (num && den && *den != 0) ? *num / *den : 0;
     }
-  } else if (method == IMAGE_RESIZE_FIT_16_9) {
-    if (9 * w > 16 * h) {
-      dw = w;
-      dh = 9 * w / 16;
-    } else {
-      dw = 16 * h / 9;
-      dh = h;
-    }
-  } else if (method == IMAGE_RESIZE_FIT_4_3) {
-    if (3 * w > 4 * h) {
-      dw = w;
-      dh = 3 * w / 4;
-    } else {
-      dw = 4 * h / 3;
-      dh = h;
-    }
+  } else if (method == IMAGE_RESIZE_FIT_16_9 || method == IMAGE_RESIZE_FIT_4_3) {
+    // The source shown as an ax:ay picture: full width when wider, else full height.
+    const int64_t ax = method == IMAGE_RESIZE_FIT_16_9 ? 16 : 4, ay = method == IMAGE_RESIZE_FIT_16_9 ? 9 : 3;
+    dw = ay * w > ax * h ? w : ax * h / ay;
+    dh = ay * w > ax * h ? ay * w / ax : h;
   } else {
     return whole;  // stretch, and any method this service does not know
   }
