@@ -7,6 +7,7 @@
 #include "cli/cli_common.h"
 #include "cli/commands.h"
 #include "host/transition_registry.h"
+#include "imaging/fit_overlap.h"
 
 namespace zvcli {
 namespace {
@@ -32,15 +33,29 @@ std::unique_ptr<Image> make_image(const Args& args, const std::string& role, con
   return image;
 }
 
+// The fit service has the transition shape with an untyped fourth argument.
+int ZV_STDCALL round_as_transition(Image* out, Image* a, Image* b, TransitionParams* params) {
+  return zvTranRound(out, a, b, params);
+}
+
+// A registered transition by id or name, or one of the picture services that
+// share the transition signature.
+TransitionOp resolve_op(const std::string& text) {
+  if (text == "zvTranRound") return round_as_transition;
+  if (text == "zvTransparentOverlap") return zvTransparentOverlap;
+  return transition_get_op(resolve_transition(text));
+}
+
 }  // namespace
 
 int apply_command(int argc, char** argv) {
   Args args(argc, argv,
             {"a", "a-size", "b", "b-size", "out", "out-size", "out-init", "style", "param1", "param2", "param3",
              "enabled", "duration", "position", "null", "a-flags", "out-flags", "calls"});
-  if (args.positional().size() != 1) throw UsageError("usage: zvtran apply OP [options] (OP: an id 1-66 or a name)");
-  const int id = resolve_transition(args.positional()[0]);
-  TransitionOp op = transition_get_op(id);
+  if (args.positional().size() != 1) {
+    throw UsageError("usage: zvtran apply OP [options] (OP: an id 1-66, a name, zvTranRound or zvTransparentOverlap)");
+  }
+  TransitionOp op = resolve_op(args.positional()[0]);
 
   std::set<std::string> nulls;
   for (const std::string& which : args.get_all("null")) {

@@ -7,5 +7,8 @@ int apply_command(int argc, char** argv);
 int catalogue_command(int argc, char** argv);
 int demo_command(int argc, char** argv);
 int render_command(int argc, char** argv);
+int rgb2yuv_command(int argc, char** argv);
+int yuv2rgb_command(int argc, char** argv);
+int resize_command(int argc, char** argv);
 
 }  // namespace zvcli

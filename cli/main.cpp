@@ -18,6 +18,9 @@ struct Command {
 const Command kCommands[] = {
     {"apply", zvcli::apply_command, "make one call of a transition on raw frames, as a host does"},
     {"catalogue", zvcli::catalogue_command, "list the transitions, their styles and parameters [--json]"},
+    {"rgb2yuv", zvcli::rgb2yuv_command, "convert a 24-bit bitmap's pixels into a raw 4:2:0 frame"},
+    {"yuv2rgb", zvcli::yuv2rgb_command, "convert a raw 4:2:0 frame into a 24-bit bitmap's pixels"},
+    {"resize", zvcli::resize_command, "scale one raw frame into another (zvImageResize)"},
     {"render", zvcli::render_command, "render a transition between two clips or patterns into a video, Y4M, PNGs"},
     {"demo", zvcli::demo_command, "render every transition and style into a web page gallery [-o DIR]"},
 };

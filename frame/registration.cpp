@@ -14,6 +14,7 @@
 #include "effects3d/door.h"
 #include "effects3d/drive_off.h"
 #include "frame/platform_module.h"
+#include "imaging/fit_overlap.h"
 #include "frame/zv_transition.h"
 #include "host/transition_registry.h"
 #include "wipes/line_wipe.h"
@@ -56,7 +57,7 @@ const TransitionOp kEntries[kTransitionCount] = {
     fade_transition,             // 14 Fade
     mosaic_based_wipe,           // 15 Mosaic Based Wipe
     picture_in_picture,          // 16 Picture in picture
-    not_implemented_transition,  // 17 Overlap Alpha Blend
+    zvTransparentOverlap,        // 17 Overlap Alpha Blend: the exported service itself
     not_implemented_transition,  // 18 3D Roll
     not_implemented_transition,  // 19 Wipe
     not_implemented_transition,  // 20 Split

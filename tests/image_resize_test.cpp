@@ -1,0 +1,269 @@
+// Image resize: placement, border fill, line skipping and the three kernels;
+// every method and interpolation on exactly sized frames (the sanitizer build
+// catches any access outside them).
+#include <gtest/gtest.h>
+
+#include <random>
+#include <tuple>
+#include <vector>
+
+#include "imaging/image_resize.h"
+#include "tests/test_support.h"
+
+namespace {
+
+using zvtest::ImagePtr;
+using zvtest::sample;
+
+ImagePtr frame(int w, int h, int format = kChroma420, uint32_t seed = 1) {
+  auto image = std::make_unique<Image>(w, h, format);
+  std::mt19937 gen(seed);
+  for (int p = 0; p < 3; ++p) {
+    uint8_t* data = p == 0 ? image->get_Y() : p == 1 ? image->get_U() : image->get_V();
+    for (size_t i = 0; i < image->plane_size(p); ++i) data[i] = static_cast<uint8_t>(gen());
+  }
+  return image;
+}
+
+void set_row(Image& image, int y, std::vector<uint8_t> values) {
+  std::copy(values.begin(), values.end(), image.get_Y() + y * image.width);
+}
+
+std::vector<uint8_t> luma_row(const Image& image, int y, int x0, int n) {
+  const uint8_t* row = image.get_Y() + y * image.width + x0;
+  return std::vector<uint8_t>(row, row + n);
+}
+
+auto resize(Image* dst, Image* src, int interpolation, int method) {
+  return zvImageResize(dst, src, static_cast<IMAGE_INTERPOLATION>(interpolation),
+                       static_cast<IMAGE_RESIZE_METHOD>(method));
+}
+
+// (method, interpolation, source size, destination size, 4:2:2 destination)
+using Combination = std::tuple<int, int, std::pair<int, int>, std::pair<int, int>, bool>;
+class ResizeCombinationTest : public ::testing::TestWithParam<Combination> {};
+
+TEST_P(ResizeCombinationTest, StaysInsideBothFramesAndThePicture) {
+  const auto [method, interpolation, s, d, chroma422] = GetParam();
+  ImagePtr src = frame(s.first, s.second, kChroma420, 3);
+  ImagePtr dst = frame(d.first, d.second, chroma422 ? kChroma422 : kChroma420, 4);
+  // The destination's picture is narrower than its frame: the luma columns
+  // beyond it are never written.
+  dst->picture_width = d.first - 2;
+  const std::vector<uint8_t> before = zvtest::plane_bytes(*dst, 0);
+  const std::vector<uint8_t> source_before = zvtest::frame_bytes(*src);
+  EXPECT_EQ(resize(dst.get(), src.get(), interpolation, method), 0);
+  EXPECT_EQ(zvtest::frame_bytes(*src), source_before);
+  for (int y = 0; y < d.second; ++y) {
+    for (int x = d.first - 2; x < d.first; ++x) ASSERT_EQ(sample(*dst, 0, x, y), before[y * d.first + x]);
+  }
+  // The picture's corners are the source's corners whenever the whole source
+  // is scaled into the whole picture (stretch, no line skipping).
+  if (method == IMAGE_RESIZE_STRETCH && interpolation <= 2 && s.second < 2 * d.second) {
+    EXPECT_EQ(sample(*dst, 0, 0, 0), sample(*src, 0, 0, 0));
+    EXPECT_EQ(sample(*dst, 0, d.first - 3, d.second - 1), sample(*src, 0, s.first - 1, s.second - 1));
+  }
+}
+
+const std::pair<int, int> kSizes[] = {{7, 5}, {8, 6}, {33, 19}, {2, 2}};
+const std::pair<int, int> kTargets[] = {{13, 11}, {16, 10}, {5, 3}, {64, 40}};
+
+INSTANTIATE_TEST_SUITE_P(AllMethods, ResizeCombinationTest,
+                         ::testing::Combine(::testing::Range(0, 7), ::testing::Values(0, 1, 2, 9),
+                                            ::testing::ValuesIn(kSizes), ::testing::ValuesIn(kTargets),
+                                            ::testing::Bool()));
+
+TEST(ImageResizeTest, NearestFourToEightKeepsTheEdges) {
+  ImagePtr src = frame(4, 2), dst = frame(8, 2);
+  set_row(*src, 0, {10, 20, 30, 40});
+  set_row(*src, 1, {50, 60, 70, 80});
+  resize(dst.get(), src.get(), IMAGE_INTERPOLATION_NEAREST, IMAGE_RESIZE_STRETCH);
+  EXPECT_EQ(luma_row(*dst, 0, 0, 8), (std::vector<uint8_t>{10, 10, 20, 20, 30, 30, 40, 40}));
+  EXPECT_EQ(luma_row(*dst, 1, 0, 8), (std::vector<uint8_t>{50, 50, 60, 60, 70, 70, 80, 80}));
+  // Chroma: the target's sample i/2 from the source's sample at half the position.
+  for (int i = 0; i < 4; ++i) EXPECT_EQ(sample(*dst, 1, i, 0), sample(*src, 1, i < 3 ? i / 2 : 1, 0));
+}
+
+TEST(ImageResizeTest, BilinearInterpolatesAllButTheLastRowAndColumn) {
+  ImagePtr src = frame(4, 2), dst = frame(8, 2);
+  set_row(*src, 0, {10, 20, 30, 40});
+  set_row(*src, 1, {50, 60, 70, 81});
+  resize(dst.get(), src.get(), IMAGE_INTERPOLATION_BILINEAR, IMAGE_RESIZE_STRETCH);
+  EXPECT_EQ(luma_row(*dst, 0, 0, 8), (std::vector<uint8_t>{10, 15, 20, 25, 30, 35, 40, 40}));
+  EXPECT_EQ(luma_row(*dst, 1, 0, 8), (std::vector<uint8_t>{50, 50, 60, 60, 70, 70, 81, 81}));
+
+  // Vertically: rows 0..2 of 4 from 2 source rows, fractions truncated.
+  ImagePtr tall = frame(2, 4);
+  ImagePtr col = frame(2, 2);
+  set_row(*col, 0, {0, 0});
+  set_row(*col, 1, {255, 255});
+  resize(tall.get(), col.get(), IMAGE_INTERPOLATION_BILINEAR, IMAGE_RESIZE_STRETCH);
+  // Row 1 at fraction 2048: 127, but its last column is not interpolated; row 2
+  // reads past the last row, whose edge stands in: 255.
+  EXPECT_EQ(luma_row(*tall, 0, 0, 2), (std::vector<uint8_t>{0, 0}));
+  EXPECT_EQ(luma_row(*tall, 1, 0, 2), (std::vector<uint8_t>{127, 0}));
+  EXPECT_EQ(luma_row(*tall, 2, 0, 2), (std::vector<uint8_t>{255, 255}));
+  EXPECT_EQ(luma_row(*tall, 3, 0, 2), (std::vector<uint8_t>{255, 255}));
+}
+
+TEST(ImageResizeTest, TallSourcesAreReadEverySecondRow) {
+  ImagePtr src = frame(2, 4), dst = frame(2, 2);
+  for (int y = 0; y < 4; ++y) set_row(*src, y, {static_cast<uint8_t>(10 * y), 1});
+  resize(dst.get(), src.get(), IMAGE_INTERPOLATION_NEAREST, IMAGE_RESIZE_STRETCH);
+  // Without skipping the last row would be source row 3.
+  EXPECT_EQ(sample(*dst, 0, 0, 0), 0);
+  EXPECT_EQ(sample(*dst, 0, 0, 1), 20);
+}
+
+TEST(ImageResizeTest, CentredCopyFillsTheBorders) {
+  ImagePtr src = frame(352, 288, kChroma420, 7), dst = frame(720, 576);
+  resize(dst.get(), src.get(), IMAGE_INTERPOLATION_CUBIC, IMAGE_RESIZE_CENTRE);
+  for (int y = 0; y < 288; ++y) ASSERT_EQ(luma_row(*dst, 144 + y, 184, 352), luma_row(*src, y, 0, 352));
+  EXPECT_EQ(sample(*dst, 0, 183, 144), 0);
+  EXPECT_EQ(sample(*dst, 0, 536, 431), 0);
+  EXPECT_EQ(sample(*dst, 0, 184, 432), 0);
+  EXPECT_EQ(sample(*dst, 1, 92, 72), sample(*src, 1, 0, 0));
+  EXPECT_EQ(sample(*dst, 2, 267, 215), sample(*src, 2, 175, 143));
+  EXPECT_EQ(sample(*dst, 1, 91, 72), 128);
+  EXPECT_EQ(sample(*dst, 2, 268, 215), 128);
+  EXPECT_EQ(sample(*dst, 1, 0, 0), 128);
+}
+
+TEST(ImageResizeTest, TilesStartAtTheTopLeftAndAreCut) {
+  ImagePtr src = frame(3, 2, kChroma420, 9), dst = frame(8, 5);
+  resize(dst.get(), src.get(), IMAGE_INTERPOLATION_NEAREST, IMAGE_RESIZE_TILE);
+  for (int y = 0; y < 5; ++y)
+    for (int x = 0; x < 8; ++x) ASSERT_EQ(sample(*dst, 0, x, y), sample(*src, 0, x % 3, y % 2)) << x << "," << y;
+}
+
+// The target rectangle of each fitting method, seen through the border fill.
+struct FitCase {
+  int method, sw, sh, dw, dh, dst_x, dst_y, src_x, src_y;
+  int left, top;  // the target's offsets; it is centred
+};
+
+class FitTest : public ::testing::TestWithParam<FitCase> {};
+
+TEST_P(FitTest, PlacesTheTargetCentred) {
+  const FitCase c = GetParam();
+  ImagePtr src = zvtest::solid_frame(c.sw, c.sh, 200, 60, 60);
+  ImagePtr dst = zvtest::solid_frame(c.dw, c.dh, 9, 9, 9);
+  zvImageResize(dst.get(), c.dst_x, c.dst_y, src.get(), c.src_x, c.src_y, IMAGE_INTERPOLATION_NEAREST,
+                static_cast<IMAGE_RESIZE_METHOD>(c.method));
+  for (int y : {0, c.top - 1, c.top, c.dh - 1 - c.top, c.dh - c.top}) {
+    for (int x : {0, c.left - 1, c.left, c.dw - 1 - c.left, c.dw - c.left}) {
+      if (x < 0 || y < 0 || x >= c.dw || y >= c.dh) continue;
+      const bool in = x >= c.left && x < c.dw - c.left && y >= c.top && y < c.dh - c.top;
+      EXPECT_EQ(sample(*dst, 0, x, y), in ? 200 : 0) << x << "," << y;
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Methods, FitTest,
+    ::testing::Values(
+        // 16:9 of 720 x 576 is 1024 x 576; in 512 x 576 that is 288 rows high.
+        FitCase{1, 720, 576, 512, 576, -1, -1, -1, -1, 0, 144},
+        // 4:3 of 720 x 400 is 720 x 540: 324 rows high in 480 x 360... exactly 480 x 360.
+        FitCase{2, 720, 400, 480, 360, -1, -1, -1, -1, 0, 0},
+        // 4:3 destination, 16:9 source: dw 5, dh 3, 432 rows of 576.
+        FitCase{0, 720, 576, 720, 576, 4, 3, 16, 9, 0, 72},
+        // The same with zero numbers: the pictures' own sizes, so nothing to fit.
+        FitCase{0, 720, 576, 720, 576, 0, 3, 16, 0, 0, 0},
+        // A narrow source: pillarbox; odd difference keeps the edges symmetric.
+        FitCase{0, 10, 20, 21, 20, -1, -1, -1, -1, 5, 0},
+        FitCase{3, 10, 20, 21, 20, -1, -1, -1, -1, 0, 0},
+        // A huge aspect product does not fit 64 bits: the whole destination.
+        FitCase{0, 8, 8, 16, 8, 2000000000, 2000000000, 2000000000, 1, 0, 0}));
+
+TEST(ImageResizeTest, UnknownInterpolationPlacesAndFillsButDoesNotScale) {
+  ImagePtr src = zvtest::solid_frame(10, 20, 200, 60, 60);
+  ImagePtr dst = zvtest::solid_frame(20, 20, 9, 9, 9);
+  resize(dst.get(), src.get(), 3, IMAGE_RESIZE_KEEP_ASPECT);
+  EXPECT_EQ(luma_row(*dst, 4, 0, 20),
+            (std::vector<uint8_t>{0, 0, 0, 0, 0, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 0, 0, 0, 0, 0}));
+  // Chroma column 2 holds luma columns 4 and 5, the target's first: not filled.
+  EXPECT_EQ(sample(*dst, 1, 1, 3), 128);
+  EXPECT_EQ(sample(*dst, 1, 2, 3), 9);
+  EXPECT_EQ(sample(*dst, 1, 7, 3), 128);
+}
+
+TEST(CubicKernelTest, WeightsAreExactAtTheEndPointsAndSumToOne) {
+  for (bool simple : {false, true}) {
+    double w[4];
+    zv::cubic_weights(0.0, simple, w);
+    EXPECT_EQ(w[0], 0.0);
+    EXPECT_EQ(w[1], 1.0);
+    EXPECT_EQ(w[2], 0.0);
+    EXPECT_EQ(w[3], 0.0);
+    for (double t : {0.1, 0.25, 0.5, 0.9}) {
+      zv::cubic_weights(t, simple, w);
+      EXPECT_NEAR(w[0] + w[1] + w[2] + w[3], 1.0, 1e-12);
+    }
+    zv::cubic_weights(0.5, simple, w);
+    EXPECT_EQ(w[1], w[2]);  // symmetric
+  }
+  double w[4];
+  zv::cubic_weights(0.5, false, w);
+  EXPECT_EQ(w[0], -0.0625);  // Catmull-Rom
+}
+
+// Both paths of the cubic kernel (normal steps, and reduction or enlargement
+// by two or more) on 24-bit bitmaps: constants stay constant and the corners
+// land on the source's corners.
+class CubicResizeTest : public ::testing::TestWithParam<std::pair<int, int>> {};
+
+TEST_P(CubicResizeTest, ConstantStaysAndCornersAreExact) {
+  const auto [sw, tw] = GetParam();
+  const int sh = sw, th = tw;
+  std::vector<uint8_t> source(static_cast<size_t>(sw * 3 * sh)), target(static_cast<size_t>(tw * 3 * th), 1);
+  std::mt19937 gen(sw * 31 + tw);
+  for (uint8_t& v : source) v = static_cast<uint8_t>(gen());
+  tagImgParam from{source.data(), sw, sh, sw * 3, 0, 0, sw, sh};
+  tagImgParam to{target.data(), tw, th, tw * 3, 0, 0, tw, th};
+  EXPECT_EQ(DIB_Resize(&from, &to, IMAGE_INTERPOLATION_CUBIC), 0);
+  for (int c = 0; c < 3; ++c) {
+    EXPECT_EQ(target[c], source[c]);
+    if (tw == 1) continue;  // one sample: the first
+    EXPECT_EQ(target[(th * tw - 1) * 3 + c], source[(sh * sw - 1) * 3 + c]);
+    EXPECT_EQ(target[(tw - 1) * 3 + c], source[(sw - 1) * 3 + c]);
+  }
+  std::fill(source.begin(), source.end(), 173);
+  DIB_Resize(&from, &to, IMAGE_INTERPOLATION_CUBIC);
+  EXPECT_EQ(target, std::vector<uint8_t>(target.size(), 173));
+}
+
+INSTANTIATE_TEST_SUITE_P(Steps, CubicResizeTest,
+                         ::testing::Values(std::pair{5, 7}, std::pair{7, 5}, std::pair{4, 16}, std::pair{16, 4},
+                                           std::pair{9, 17}, std::pair{3, 1}, std::pair{1, 3}));
+
+TEST(DibResizeTest, NearestScalesTheRectangleOnly) {
+  // A 2 x 1 rectangle at (1, 1) of a 3 x 2 bitmap into (0, 0) 4 x 1 of a 5 x 2 one with padded rows.
+  std::vector<uint8_t> source(12 * 2);
+  for (size_t i = 0; i < source.size(); ++i) source[i] = static_cast<uint8_t>(i);
+  std::vector<uint8_t> target(16 * 2, 99);
+  const tagImgParam from{source.data(), 3, 2, 12, 1, 1, 2, 1};
+  tagImgParam to{target.data(), 5, 2, 16, 0, 0, 4, 1};
+  EXPECT_EQ(DIB_Resize(&from, &to, IMAGE_INTERPOLATION_NEAREST), 0);
+  std::vector<uint8_t> expected(16 * 2, 99);
+  const uint8_t px[2][3] = {{15, 16, 17}, {18, 19, 20}};
+  for (int i = 0; i < 4; ++i) std::copy(px[i < 3 ? i / 2 : 1], px[i < 3 ? i / 2 : 1] + 3, expected.begin() + 3 * i);
+  EXPECT_EQ(target, expected);
+}
+
+TEST(DibResizeTest, UnknownInterpolationOrBadRectangleWritesNothing) {
+  std::vector<uint8_t> source(12 * 2, 5), target(12 * 2, 99);
+  const tagImgParam from{source.data(), 3, 2, 12, 0, 0, 3, 2};
+  const tagImgParam good{target.data(), 3, 2, 12, 0, 0, 3, 2};
+  for (int interpolation : {3, -1, 100}) {
+    tagImgParam to = good;
+    EXPECT_EQ(DIB_Resize(&from, &to, static_cast<IMAGE_INTERPOLATION>(interpolation)), 0);
+  }
+  for (tagImgParam to : {tagImgParam{target.data(), 3, 2, 12, 1, 0, 3, 2}, tagImgParam{target.data(), 3, 2, 8, 0, 0, 3, 2},
+                         tagImgParam{nullptr, 3, 2, 12, 0, 0, 3, 2}, tagImgParam{target.data(), 3, 2, 12, 0, 0, 0, 2}}) {
+    EXPECT_EQ(DIB_Resize(&from, &to, IMAGE_INTERPOLATION_BILINEAR), 0);
+  }
+  EXPECT_EQ(target, std::vector<uint8_t>(target.size(), 99));
+}
+
+}  // namespace
