@@ -62,7 +62,9 @@ void render(const RenderPlan& plan, FrameSource& a, FrameSource& b, const std::v
       params.duration = plan.duration;
       params.position = i == n - 1 ? plan.duration : plan.duration * i / (n - 1);
       int result = plan.op(&out, &frame_a, &frame_b, &params);
-      if (result != kTransitionDone) throw RunError("the transition returned " + std::to_string(result));
+      // Never a null argument here, so 1 is Overlap Alpha Blend's ordinary
+      // result; a bad style (3) or an undrawn transition (4) draws nothing.
+      if (result >= kTransitionBadStyle) throw RunError("the transition returned " + std::to_string(result));
     }
     for (FrameSink* sink : sinks) sink->write(*shown, i >= 0 && i < n ? i : -1);
     if (progress) progress(j + 1);
