@@ -103,4 +103,27 @@ TEST_F(ZvtranApply, AnUnwritableOutputFailsWithoutLeavingAFile) {
   EXPECT_FALSE(fs::exists(dir_ / "no-such-dir"));
 }
 
+TEST_F(ZvtranApply, ReproducesThePictureServices) {
+  // A 2 x 2 bitmap, white over black (bottom-up rows padded to 8 bytes).
+  std::string bmp(16, '\0');
+  for (int i = 8; i < 14; ++i) bmp[i] = static_cast<char>(255);
+  std::ofstream(dir_ / "pixels.bgr", std::ios::binary) << bmp;
+  RunResult r = run("rgb2yuv --bmp pixels.bgr --bmp-width 2 --bmp-height 2 --out frame.yuv --out-size 2x2");
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(slurp(dir_ / "frame.yuv"), std::string("\xEB\xEB\x10\x10\x80\x80", 6));  // Y 235 / 16, U V 128
+  r = run("yuv2rgb --in frame.yuv --in-size 2x2 --bmp-width 2 --bmp-height 2 --out back.bgr");
+  ASSERT_EQ(r.status, 0) << r.err;
+  const std::string back = slurp(dir_ / "back.bgr");
+  ASSERT_EQ(back.size(), 16u);
+  EXPECT_EQ(static_cast<uint8_t>(back[8]), 254);  // white comes back one level short
+  EXPECT_EQ(static_cast<uint8_t>(back[0]), 0);
+  // The letterbox fit: result 1, whatever happened.
+  EXPECT_EQ(run("apply zvTranRound --out-size 8x6 --a a.yuv --a-size 8x6 --out fit.yuv").out,
+            "result 1 flags 0 param1 0\n");
+  r = run("resize --src a.yuv --src-size 8x6 --out big.yuv --out-size 16x12 --interpolation 0 --method 3");
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(slurp(dir_ / "big.yuv").size(), 16u * 12u * 3 / 2);
+  EXPECT_EQ(run("resize --src a.yuv --src-size 8x5 --out big.yuv --out-size 16x12").status, 2);
+}
+
 }  // namespace
