@@ -106,11 +106,11 @@ class MediaFile : public FrameSource {
 
 }  // namespace
 
-std::unique_ptr<FrameSource> open_source(const std::string& spec) {
+std::unique_ptr<FrameSource> open_source(const std::string& name) {
   const std::string prefix = kPatternPrefix;
-  if (spec.compare(0, prefix.size(), prefix) == 0) return open_pattern(spec.substr(prefix.size()));
+  if (name.compare(0, prefix.size(), prefix) == 0) return open_pattern(name.substr(prefix.size()));
   quiet_av_log();
-  return std::make_unique<MediaFile>(spec);
+  return std::make_unique<MediaFile>(name);
 }
 
 }  // namespace zvcli

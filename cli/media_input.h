@@ -11,6 +11,6 @@ namespace zvcli {
 
 // A usage error naming the file when it is missing or holds no decodable
 // picture; the first picture is decoded here.
-std::unique_ptr<FrameSource> open_source(const std::string& spec);
+std::unique_ptr<FrameSource> open_source(const std::string& name);
 
 }  // namespace zvcli

@@ -146,7 +146,7 @@ struct OutputClose {
 };
 
 // H.264 in an MP4 file, which browsers play inline. Falls back to another
-// H.264 encoder, then to MPEG-4 Part 2, when libx264 is missing.
+// H.264 encoder, then to MPEG-4 video, when libx264 is missing.
 class Mp4Sink : public FrameSink {
  public:
   Mp4Sink(const std::string& path, const OutputInfo& info) : temp_(path, false) {
