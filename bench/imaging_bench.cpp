@@ -10,17 +10,8 @@ namespace {
 
 constexpr int kWidth = 1920, kHeight = 1080;
 
-BITMAPINFOHEADER full_hd_header() {
-  BITMAPINFOHEADER h{};
-  h.biSize = sizeof h;
-  h.biWidth = kWidth;
-  h.biHeight = kHeight;
-  h.biBitCount = 24;
-  return h;
-}
-
 void BM_Rgb24ToYuv420(benchmark::State& state) {
-  const BITMAPINFOHEADER header = full_hd_header();
+  const BITMAPINFOHEADER header = zv::rgb24_header(kWidth, kHeight);
   std::vector<uint8_t> pixels(static_cast<size_t>(zv::dib_row_bytes(kWidth)) * kHeight, 90);
   auto frame = zvbench::noise_frame(kWidth, kHeight, 1);
   for (auto _ : state) {
@@ -32,7 +23,7 @@ void BM_Rgb24ToYuv420(benchmark::State& state) {
 }
 
 void BM_Yuv420ToRgb24(benchmark::State& state) {
-  const BITMAPINFOHEADER header = full_hd_header();
+  const BITMAPINFOHEADER header = zv::rgb24_header(kWidth, kHeight);
   std::vector<uint8_t> pixels(static_cast<size_t>(zv::dib_row_bytes(kWidth)) * kHeight);
   auto frame = zvbench::noise_frame(kWidth, kHeight, 1);
   for (auto _ : state) {

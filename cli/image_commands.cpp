@@ -59,13 +59,9 @@ std::vector<uint8_t> frame_file(const Image& image) {
 }
 
 BITMAPINFOHEADER bitmap_header(const Args& args) {
-  BITMAPINFOHEADER header{};
-  header.biSize = sizeof header;
-  header.biWidth = checked_side(parse_int(args.require("bmp-width"), "--bmp-width"), "--bmp-width", false);
-  header.biHeight = checked_side(parse_int(args.require("bmp-height"), "--bmp-height"), "--bmp-height", true);
-  header.biPlanes = 1;
-  header.biBitCount = 24;
-  return header;
+  return zv::rgb24_header(
+      checked_side(parse_int(args.require("bmp-width"), "--bmp-width"), "--bmp-width", false),
+      checked_side(parse_int(args.require("bmp-height"), "--bmp-height"), "--bmp-height", true));
 }
 
 size_t bitmap_bytes(const BITMAPINFOHEADER& header) {

@@ -90,9 +90,8 @@ void DoorPlane(double p, int w0, int h0, int w1, int h1, int w2, int h2, uint8_t
                long leaves_size) {
   const int m_w = min3(w0, w1, w2), m_h = min3(h0, h1, h2);
   if (m_w <= 0 || m_h <= 0) return;
-  uint8_t* out_origin = out + (h0 > m_h ? static_cast<long>((h0 - m_h) >> 1) * w0 : 0) + (w0 > m_w ? (w0 - m_w) >> 1 : 0);
-  const long leaf_offset =
-      (h1 > m_h ? static_cast<long>((h1 - m_h) >> 1) * w1 : 0) + (w1 > m_w ? (w1 - m_w) >> 1 : 0);
+  uint8_t* out_origin = out + centred_offset(w0, h0, m_w, m_h);
+  const long leaf_offset = centred_offset(w1, h1, m_w, m_h);
   const int n = truncate_to_int((1 - p) * (m_w / 2));
   if (n <= 0) return;  // the leaves have closed to nothing (or the progress is not a number)
 

@@ -21,10 +21,14 @@ enum PlaneIndex { kPlaneY = 0, kPlaneU = 1, kPlaneV = 2 };
 // (width / 2) x (height / 2) with truncating division.
 PlaneView image_plane(const Image* image, int index);
 
-// The start of a centred w x h region inside a plane: (W - w) >> 1 columns and
-// (H - h) >> 1 rows in (arithmetic shifts).
+// Where a centred w x h region starts inside a W x H plane of stride W:
+// (W - w) >> 1 columns and (H - h) >> 1 rows in (arithmetic shifts).
+inline long centred_offset(int plane_width, int plane_height, int w, int h) {
+  return static_cast<long>((plane_height - h) >> 1) * plane_width + ((plane_width - w) >> 1);
+}
+
 inline uint8_t* centred_origin(const PlaneView& plane, int w, int h) {
-  return plane.data + static_cast<long>((plane.height - h) >> 1) * plane.width + ((plane.width - w) >> 1);
+  return plane.data + centred_offset(plane.width, plane.height, w, h);
 }
 
 // The region of min3 width and height, centred in each of the three planes.

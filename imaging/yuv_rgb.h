@@ -19,6 +19,17 @@ namespace zv {
 // Bytes in one row of a 24-bit bitmap of `width` pixels.
 inline int dib_row_bytes(int width) { return ((width * 24 + 31) >> 5) * 4; }
 
+// The header of a 24-bit bitmap (bottom-up for a positive height).
+inline BITMAPINFOHEADER rgb24_header(int width, int height) {
+  BITMAPINFOHEADER header{};
+  header.biSize = sizeof header;
+  header.biWidth = width;
+  header.biHeight = height;
+  header.biPlanes = 1;
+  header.biBitCount = 24;
+  return header;
+}
+
 // Studio-range YUV of one RGB colour (14-bit fixed point).
 inline int rgb_to_y(int r, int g, int b) { return ((4211 * r + 8258 * g + 1606 * b) >> 14) + 16; }
 inline int rgb_to_u(int r, int g, int b) { return ((7193 * b - 4768 * g - 2425 * r) >> 14) + 128; }

@@ -10,15 +10,6 @@
 
 namespace {
 
-BITMAPINFOHEADER header_of(int width, int height) {
-  BITMAPINFOHEADER h{};
-  h.biSize = sizeof h;
-  h.biWidth = width;
-  h.biHeight = height;
-  h.biBitCount = 24;
-  return h;
-}
-
 struct Planes {
   int w, h;
   std::vector<uint8_t> y, u, v;
@@ -33,7 +24,7 @@ uint8_t* pixel(std::vector<uint8_t>& bmp, int width, int height, int x, int y) {
 
 TEST(YuvRgbTest, BlackAndWhiteAtTheStudioRangeEnds) {
   for (int value : {0, 255}) {
-    const BITMAPINFOHEADER hd = header_of(2, 2);
+    const BITMAPINFOHEADER hd = zv::rgb24_header(2, 2);
     std::vector<uint8_t> bmp(zv::dib_row_bytes(2) * 2, static_cast<uint8_t>(value));
     Planes p(2, 2, 7);
     Rgb24_2_yuv420(p.y.data(), p.u.data(), p.v.data(), 2, 1, 1, &hd, bmp.data());
@@ -43,7 +34,7 @@ TEST(YuvRgbTest, BlackAndWhiteAtTheStudioRangeEnds) {
   }
   // Back: 16 gives black after clamping; 235 gives 254, not white.
   for (int luma : {16, 235}) {
-    const BITMAPINFOHEADER hd = header_of(2, 2);
+    const BITMAPINFOHEADER hd = zv::rgb24_header(2, 2);
     std::vector<uint8_t> bmp(zv::dib_row_bytes(2) * 2, 9);
     Planes p(2, 2, 128);
     std::fill(p.y.begin(), p.y.end(), luma);
@@ -56,7 +47,7 @@ TEST(YuvRgbTest, BlackAndWhiteAtTheStudioRangeEnds) {
 }
 
 TEST(YuvRgbTest, ChromaIsTheTruncatedMeanOfTheShiftedValues) {
-  const BITMAPINFOHEADER hd = header_of(2, 2);
+  const BITMAPINFOHEADER hd = zv::rgb24_header(2, 2);
   std::vector<uint8_t> bmp(zv::dib_row_bytes(2) * 2, 0);
   const uint8_t colours[4][3] = {{255, 0, 0}, {0, 255, 0}, {0, 0, 255}, {10, 20, 30}};  // B, G, R
   int u_sum = 0, v_sum = 0;
@@ -80,7 +71,7 @@ TEST(YuvRgbTest, ChromaIsTheTruncatedMeanOfTheShiftedValues) {
 TEST(YuvRgbTest, OnlyTheEvenPartIsConverted) {
   EXPECT_EQ(zv::dib_row_bytes(6), 20);
   EXPECT_EQ(zv::dib_row_bytes(5), 16);
-  const BITMAPINFOHEADER hd = header_of(5, 3);
+  const BITMAPINFOHEADER hd = zv::rgb24_header(5, 3);
   std::vector<uint8_t> bmp(zv::dib_row_bytes(5) * 3, 200);
   Planes p(5, 3, 7);
   Rgb24_2_yuv420(p.y.data(), p.u.data(), p.v.data(), 5, 2, 2, &hd, bmp.data());
@@ -98,7 +89,7 @@ TEST(YuvRgbTest, OnlyTheEvenPartIsConverted) {
 
 TEST(YuvRgbTest, TopDownAndTinyBitmapsAreLeftAlone) {
   for (auto [w, h] : {std::pair{4, -4}, {4, 1}, {4, 0}, {1, 4}}) {
-    const BITMAPINFOHEADER hd = header_of(w, h);
+    const BITMAPINFOHEADER hd = zv::rgb24_header(w, h);
     std::vector<uint8_t> bmp(zv::dib_row_bytes(w) * std::abs(h) + 1, 50);
     Planes p(4, 4, 7);
     Rgb24_2_yuv420(p.y.data(), p.u.data(), p.v.data(), 4, 2, 2, &hd, bmp.data());
@@ -113,7 +104,7 @@ TEST(YuvRgbTest, TopDownAndTinyBitmapsAreLeftAlone) {
 // fixed-point loss.
 TEST(YuvRgbTest, RoundTripOfASmoothPictureStaysClose) {
   const int w = 64, h = 48;
-  const BITMAPINFOHEADER hd = header_of(w, h);
+  const BITMAPINFOHEADER hd = zv::rgb24_header(w, h);
   std::vector<uint8_t> bmp(zv::dib_row_bytes(w) * h);
   std::mt19937 gen(5);
   // Constant colour per 2 x 2 block (chroma is exact then), random between blocks.
