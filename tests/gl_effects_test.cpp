@@ -124,10 +124,7 @@ ImagePtr smooth_frame(int width, int height, int phase) {
   return image;
 }
 
-std::string golden_path(const std::string& name) {
-  std::string dir = __FILE__;
-  return dir.substr(0, dir.find_last_of('/') + 1) + "data/" + name;
-}
+std::string golden_path(const std::string& name) { return std::string(ZV_TEST_DATA_DIR "/") + name; }
 
 void check_golden(int id, const std::string& name) {
   const int w = 64, h = 48;

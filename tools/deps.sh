@@ -6,6 +6,8 @@ ZV_PACKAGES=(
   libgtest-dev libgmock-dev libbenchmark-dev
   libegl-dev libopengl-dev libglu1-mesa-dev libegl-mesa0 libgl1-mesa-dri
   libavformat-dev libavcodec-dev libswscale-dev libavutil-dev
+  libavfilter-dev libswresample-dev
+  libhwy-dev libcli11-dev nlohmann-json3-dev
   ffmpeg chromium
 )
 

@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "frame/kernel_path.h"
+#include "frame/user_params.h"
 #include "wipes/wipe_entry.h"
 #include "wipes/wipe_rows.h"
 
@@ -11,8 +12,6 @@ namespace zv {
 namespace {
 
 constexpr uint32_t kLastStyle = 7;
-constexpr uint8_t kLumaBlack = 16;
-constexpr uint8_t kChromaBlack = 128;
 
 enum class Kind { kPush, kSlide, kHaul };
 enum class Motion { kStill, kFromStart, kFromEnd };
@@ -216,8 +215,6 @@ void move_plane(Kind kind, uint8_t fill, int style, double progress, int out_wid
   }
 }
 
-uint8_t black_of(int plane) { return plane == kPlaneY ? kLumaBlack : kChromaBlack; }
-
 }  // namespace
 
 void push_wipe_plane(uint8_t fill, int style, double progress, int out_width, int out_height, int a_width,
@@ -241,7 +238,7 @@ void haul_wipe_plane(int style, double progress, int out_width, int out_height, 
 
 int ZV_STDCALL push_based_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
   return run_wipe(out, a, b, params, [&](int index, double progress, auto... plane) {
-    push_wipe_plane(black_of(index), params->style, progress, plane...);
+    push_wipe_plane(video_black(index != kPlaneY), params->style, progress, plane...);
   });
 }
 

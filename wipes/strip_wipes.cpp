@@ -1,5 +1,6 @@
 #include "wipes/strip_wipes.h"
 
+#include "frame/user_params.h"
 #include "wipes/shape_rows.h"
 #include "wipes/wipe_entry.h"
 
@@ -8,12 +9,6 @@ namespace {
 
 constexpr uint32_t kLastCrossStyle = 3;
 constexpr uint32_t kLastBlindStyle = 7;
-
-// The strip count from param1: below 1 gives the default, `limit` or more gives `limit`.
-int strip_count(int param1, int fallback, int limit) {
-  if (param1 < 1) return fallback;
-  return param1 >= limit ? limit : param1;
-}
 
 // (fraction, n, W, H, outStride, two picture strides, outStart, two pictures)
 typedef void (*StripRoutine)(double, int, int, int, int, int, int, uint8_t*, const uint8_t*, const uint8_t*);
@@ -52,13 +47,13 @@ void blind_wipe_plane(int style, int n, double progress, int out_width, int out_
 
 int ZV_STDCALL cross_based_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
   return run_wipe(out, a, b, params, [&](int, double progress, auto... plane) {
-    cross_wipe_plane(params->style, strip_count(params->param1, 8, 70), progress, plane...);
+    cross_wipe_plane(params->style, limit_param(params->param1, 8, 70), progress, plane...);
   });
 }
 
 int ZV_STDCALL blind_based_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
   return run_wipe(out, a, b, params, [&](int, double progress, auto... plane) {
-    blind_wipe_plane(params->style, strip_count(params->param1, 10, 100), progress, plane...);
+    blind_wipe_plane(params->style, limit_param(params->param1, 10, 100), progress, plane...);
   });
 }
 

@@ -2,26 +2,20 @@
 // (prologue, progress clamp, one worker call per plane) and the centred area.
 #pragma once
 
-#include "frame/plane.h"
-#include "frame/transition_op.h"
+#include "frame/entry.h"
 
 namespace zv {
 
-// The prologue, then progress clamped into [0, 1], then for the Y, U and V
-// planes in that order, each with the plane's own sizes:
-// worker(plane index, progress, outWidth, outHeight, aWidth, aHeight, bWidth,
-// bHeight, outPlane, aPlane, bPlane). Returns the prologue's code or 0.
+// The entry sequence of the wipes (run_transition) with the wipes' worker
+// shape: worker(plane index, progress, outWidth, outHeight, aWidth, aHeight,
+// bWidth, bHeight, outPlane, aPlane, bPlane). Returns the prologue's code or 0.
 template <typename Worker>
-int run_wipe(Image* out, Image* a, Image* b, TransitionParams* params, Worker&& worker) {
-  const int result = transition_prologue(out, a, b, params);
-  if (result != kProceed) return result;
-  const double progress = clamp_progress(transition_progress(params));
-  for (int index = kPlaneY; index <= kPlaneV; ++index) {
-    const PlaneView po = image_plane(out, index), pa = image_plane(a, index), pb = image_plane(b, index);
-    worker(index, progress, po.width, po.height, pa.width, pa.height, pb.width, pb.height, po.data,
-           static_cast<const uint8_t*>(pa.data), static_cast<const uint8_t*>(pb.data));
-  }
-  return kTransitionDone;
+int run_wipe(Image* out, Image* a, Image* b, TransitionParams* params, Worker&& worker,
+             const EntryRules& rules = EntryRules{ProgressClamp::kPassNaN}) {
+  return run_transition(out, a, b, params, rules, [&](const PlaneJob& j) {
+    worker(j.index, j.progress, j.out.width, j.out.height, j.a.width, j.a.height, j.b.width, j.b.height, j.out.data,
+           static_cast<const uint8_t*>(j.a.data), static_cast<const uint8_t*>(j.b.data));
+  });
 }
 
 // The common area of a plane worker's three planes, centred in each.
