@@ -5,22 +5,15 @@
 #include <cstring>
 
 #include "blends/dissolve_rows.h"
-#include "frame/kernel_path.h"
+#include "frame/entry.h"
+#include "frame/rows.h"
 
 namespace zv {
 namespace {
 
 // Copies the region's rows from `src` (a's or b's region start) into out.
 void copy_region(const CommonRegion& r, const uint8_t* src, int src_stride) {
-  for (int row = 0; row < r.height; ++row) {
-    uint8_t* o = r.out + static_cast<long>(row) * r.out_stride;
-    const uint8_t* s = src + static_cast<long>(row) * src_stride;
-    if (use_reference_path()) {
-      for (int x = 0; x < r.width; ++x) o[x] = s[x];
-    } else {
-      std::memcpy(o, s, r.width);
-    }
-  }
+  copy_block(0, r.width, r.height, r.out_stride, src_stride, r.out, src);
 }
 
 // Whether the row just below a centred region of height h lies inside the plane.
@@ -40,26 +33,18 @@ uint8_t non_add_offset(int w, double p) {
   return static_cast<uint8_t>(d + 150);
 }
 
-}  // namespace
-
-void add_dissolve_plane(const PlaneView& out, const PlaneView& a, const PlaneView& b, bool luma, int style,
-                        double p) {
+void add_dissolve_plane(const PlaneJob& job, int style) {
   if (style != 0 && style != 1) return;
-  const CommonRegion r = common_region(out, a, b);
+  const CommonRegion r = job.region();
   if (r.empty()) return;
-  if (luma) {
+  const double p = job.progress;
+  if (!job.chroma) {
     const bool first_half = p < 0.5;
     const uint8_t* src = first_half ? r.a : r.b;
     const int src_stride = first_half ? r.a_stride : r.b_stride;
     const int offset = style == 0 ? add_dissolve_offset(p) : -add_dissolve_offset(p);
     for (int row = 0; row < r.height; ++row) {
-      uint8_t* o = r.out + static_cast<long>(row) * r.out_stride;
-      const uint8_t* s = src + static_cast<long>(row) * src_stride;
-      if (use_reference_path()) {
-        for (int x = 0; x < r.width; ++x) o[x] = static_cast<uint8_t>(std::clamp(s[x] + offset, 0, 255));
-      } else {
-        offset_row_saturate(o, s, r.width, offset);
-      }
+      job.rows.offset_saturate(row_at(r.out, r.out_stride, row), row_at(src, src_stride, row), r.width, offset);
     }
     return;
   }
@@ -70,111 +55,92 @@ void add_dissolve_plane(const PlaneView& out, const PlaneView& a, const PlaneVie
     // Kept as hosts expect: the grey is one run of W x H bytes from the region's
     // start, so a wider output gets it spilled across its rows. It never runs
     // past the plane's end.
-    const size_t plane_end = static_cast<size_t>(out.width) * static_cast<size_t>(out.height);
-    const size_t start = static_cast<size_t>(r.out - out.data);
-    const size_t run = std::min(static_cast<size_t>(r.width) * static_cast<size_t>(r.height), plane_end - start);
-    if (use_reference_path()) {
-      for (size_t i = 0; i < run; ++i) r.out[i] = 128;
-    } else {
-      std::memset(r.out, 128, run);
-    }
+    const size_t plane_end = static_cast<size_t>(job.out.width) * static_cast<size_t>(job.out.height);
+    const size_t start = static_cast<size_t>(r.out - job.out.data);
+    std::memset(r.out, 128, std::min(static_cast<size_t>(r.width) * static_cast<size_t>(r.height), plane_end - start));
   } else {
     copy_region(r, r.b, r.b_stride);
   }
 }
 
-void non_add_dissolve_plane(const PlaneView& out, const PlaneView& a, const PlaneView& b, bool luma, double p) {
-  CommonRegion r = common_region(out, a, b);
+void non_add_dissolve_plane(const PlaneJob& job) {
+  const CommonRegion r = job.region();
   if (r.empty()) return;
-  const bool first_half = p < 0.5;
-  const PlaneView& src_plane = first_half ? a : b;
+  const bool first_half = job.progress < 0.5;
+  const PlaneView& src_plane = first_half ? job.a : job.b;
   const uint8_t* src = first_half ? r.a : r.b;
   const int src_stride = first_half ? r.a_stride : r.b_stride;
-  if (!luma) {
+  if (job.chroma) {
     copy_region(r, src, src_stride);  // a hard cut at the midpoint
     return;
   }
-  const uint8_t offset = non_add_offset(r.width, p);
+  const uint8_t offset = non_add_offset(r.width, job.progress);
   // Kept as hosts expect: luma is written one row down, rows 1 to H of the
   // region, so row 0 keeps what out had. The row below the region is skipped
   // where it lies outside the output or the source plane.
   int rows = r.height;
-  if (!row_below_region_exists(out, r.height) || !row_below_region_exists(src_plane, r.height)) --rows;
+  if (!row_below_region_exists(job.out, r.height) || !row_below_region_exists(src_plane, r.height)) --rows;
   for (int row = 1; row <= rows; ++row) {
-    uint8_t* o = r.out + static_cast<long>(row) * r.out_stride;
-    const uint8_t* s = src + static_cast<long>(row) * src_stride;
-    if (use_reference_path()) {
-      for (int x = 0; x < r.width; ++x) o[x] = static_cast<uint8_t>((s[x] + offset) & 0xFF);
-    } else {
-      offset_row_wrap(o, s, r.width, offset);
+    job.rows.offset_wrap(row_at(r.out, r.out_stride, row), row_at(src, src_stride, row), r.width, offset);
+  }
+}
+
+// One draw per sample, row by row: b where the draw falls below the threshold.
+void random_dissolve_reference(const CommonRegion& r, int n, double threshold) {
+  for (int row = 0; row < r.height; ++row) {
+    uint8_t* o = row_at(r.out, r.out_stride, row);
+    const uint8_t* pa = row_at(r.a, r.a_stride, row);
+    const uint8_t* pb = row_at(r.b, r.b_stride, row);
+    for (int x = 0; x < r.width; ++x) {
+      // Kept deliberately: a draw of exactly N picks a even at progress 1,
+      // so about one sample in 501 still shows a in the last frame.
+      const int draw = zv::rand() % (n + 1);
+      o[x] = draw < threshold ? pb[x] : pa[x];
     }
   }
 }
 
-void random_dissolve_plane(const PlaneView& out, const PlaneView& a, const PlaneView& b, double p) {
-  const CommonRegion r = common_region(out, a, b);
-  if (r.empty()) return;
-  // N is 0..500 for a progress in [0, 1]; a NaN progress gives NaN odds (all a).
-  const int n = std::clamp(round_to_int(p * 500.0), 0, 500);
-  const double threshold = n * p;
-  if (use_reference_path()) {
-    for (int row = 0; row < r.height; ++row) {
-      uint8_t* o = r.out + static_cast<long>(row) * r.out_stride;
-      const uint8_t* pa = r.a + static_cast<long>(row) * r.a_stride;
-      const uint8_t* pb = r.b + static_cast<long>(row) * r.b_stride;
-      for (int x = 0; x < r.width; ++x) {
-        // Kept deliberately: a draw of exactly N picks a even at progress 1,
-        // so about one sample in 501 still shows a in the last frame.
-        const int draw = zv::rand() % (n + 1);
-        o[x] = draw < threshold ? pb[x] : pa[x];
-      }
-    }
-    return;
-  }
-  // The whole decision depends on the draw alone: a table over all 32768
-  // values. Draws below ceil(threshold) are exactly those below threshold.
+// The whole decision depends on the draw alone: a table over all 32768
+// values. Draws below ceil(threshold) are exactly those below threshold.
+void random_dissolve_fast(const RowKernels& rows, const CommonRegion& r, int n, double threshold) {
   const int below = threshold > 0.0 ? static_cast<int>(std::ceil(threshold)) : 0;
   bool pick_b_for[kRandMax + 1];
   for (int v = 0; v <= kRandMax; ++v) pick_b_for[v] = v % (n + 1) < below;
   for (int row = 0; row < r.height; ++row) {
-    select_row_by_draws(r.out + static_cast<long>(row) * r.out_stride, r.a + static_cast<long>(row) * r.a_stride,
-                        r.b + static_cast<long>(row) * r.b_stride, r.width,
-                        [&pick_b_for](int draw, int) { return pick_b_for[draw]; });
+    select_row_by_draws(rows, row_at(r.out, r.out_stride, row), row_at(r.a, r.a_stride, row),
+                        row_at(r.b, r.b_stride, row), r.width, [&pick_b_for](int draw, int) { return pick_b_for[draw]; });
   }
 }
 
-namespace {
-
-template <typename PlaneWorker>
-int run_dissolve(Image* out, Image* a, Image* b, TransitionParams* params, PlaneWorker worker) {
-  const int result = transition_prologue(out, a, b, params);
-  if (result != kProceed) return result;
-  const double p = clamp_progress(transition_progress(params));
-  for (int index = kPlaneY; index <= kPlaneV; ++index) {
-    worker(image_plane(out, index), image_plane(a, index), image_plane(b, index), index == kPlaneY, p);
+void random_dissolve_plane(const PlaneJob& job) {
+  const CommonRegion r = job.region();
+  if (r.empty()) return;
+  const double p = job.progress;
+  // N is 0..500 for a progress in [0, 1]; a NaN progress gives NaN odds (all a).
+  const int n = std::clamp(round_to_int(p * 500.0), 0, 500);
+  const double threshold = n * p;
+  if (job.rows.reference) {
+    random_dissolve_reference(r, n, threshold);
+  } else {
+    random_dissolve_fast(job.rows, r, n, threshold);
   }
-  return kTransitionDone;
 }
+
+constexpr EntryRules kDissolveRules{ProgressClamp::kPassNaN};
 
 }  // namespace
 
 int ZV_STDCALL add_dissolve(Image* out, Image* a, Image* b, TransitionParams* params) {
-  const int style = params ? params->style : 0;
-  return run_dissolve(out, a, b, params,
-                      [style](const PlaneView& o, const PlaneView& pa, const PlaneView& pb, bool luma, double p) {
-                        add_dissolve_plane(o, pa, pb, luma, style, p);
-                      });
+  return run_transition(out, a, b, params, kDissolveRules,
+                        [params](const PlaneJob& job) { add_dissolve_plane(job, params->style); });
 }
 
 int ZV_STDCALL non_add_dissolve(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_dissolve(out, a, b, params, non_add_dissolve_plane);
+  return run_transition(out, a, b, params, kDissolveRules, non_add_dissolve_plane);
 }
 
 int ZV_STDCALL random_dissolve(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_dissolve(out, a, b, params,
-                      [](const PlaneView& o, const PlaneView& pa, const PlaneView& pb, bool, double p) {
-                        random_dissolve_plane(o, pa, pb, p);
-                      });
+  return run_transition(out, a, b, params, kDissolveRules, random_dissolve_plane);
 }
 
 }  // namespace zv

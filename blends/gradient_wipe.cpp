@@ -6,7 +6,8 @@
 
 #include "blends/dissolve_rows.h"
 #include "blends/random.h"
-#include "frame/kernel_path.h"
+#include "frame/entry.h"
+#include "frame/rows.h"
 
 namespace zv {
 namespace {
@@ -25,101 +26,91 @@ inline int column_threshold(int x, int k, int w, bool far_side) {
   return far_side ? threshold(w - x, w) : threshold(w - k + x, w);
 }
 
-void copy_row(uint8_t* out, const uint8_t* src, int n) {
-  if (use_reference_path()) {
-    for (int x = 0; x < n; ++x) out[x] = src[x];
-  } else {
-    std::memcpy(out, src, n);
-  }
-}
-
-void horizontal_band(const CommonRegion& r, int k, bool far_side) {
+void horizontal_band(const RowKernels& rows, const CommonRegion& r, int k, bool far_side) {
   const int w = r.width, band_start = far_side ? w - k : 0;
   const int plain_start = far_side ? 0 : k;
   std::vector<uint16_t> thresholds;
-  if (!use_reference_path()) {
+  if (!rows.reference) {
     thresholds.resize(static_cast<size_t>(k));
     for (int x = 0; x < k; ++x) thresholds[x] = static_cast<uint16_t>(column_threshold(x, k, w, far_side));
   }
   for (int row = 0; row < r.height; ++row) {
-    uint8_t* o = r.out + static_cast<long>(row) * r.out_stride;
-    const uint8_t* s1 = r.a + static_cast<long>(row) * r.a_stride;
-    const uint8_t* s2 = r.b + static_cast<long>(row) * r.b_stride;
-    copy_row(o + plain_start, s1 + plain_start, w - k);
+    uint8_t* o = row_at(r.out, r.out_stride, row);
+    const uint8_t* s1 = row_at(r.a, r.a_stride, row);
+    const uint8_t* s2 = row_at(r.b, r.b_stride, row);
+    rows.copy(o + plain_start, s1 + plain_start, w - k);
     o += band_start;
     s1 += band_start;
     s2 += band_start;
-    if (use_reference_path()) {
+    if (rows.reference) {
       for (int x = 0; x < k; ++x) o[x] = draw_257() <= column_threshold(x, k, w, far_side) ? s1[x] : s2[x];
       continue;
     }
-    select_row_by_draws(o, s1, s2, k, [&thresholds](int draw, int x) { return draw % 257 > thresholds[x]; });
+    select_row_by_draws(rows, o, s1, s2, k, [&thresholds](int draw, int x) { return draw % 257 > thresholds[x]; });
   }
 }
 
-void vertical_band(const CommonRegion& r, int kr, bool far_side) {
+void vertical_band(const RowKernels& rows, const CommonRegion& r, int kr, bool far_side) {
   const int h = r.height, w = r.width, band_start = far_side ? h - kr : 0;
   for (int row = 0; row < h; ++row) {
-    uint8_t* o = r.out + static_cast<long>(row) * r.out_stride;
-    const uint8_t* s1 = r.a + static_cast<long>(row) * r.a_stride;
-    const uint8_t* s2 = r.b + static_cast<long>(row) * r.b_stride;
+    uint8_t* o = row_at(r.out, r.out_stride, row);
+    const uint8_t* s1 = row_at(r.a, r.a_stride, row);
+    const uint8_t* s2 = row_at(r.b, r.b_stride, row);
     const int y = row - band_start;
     if (y < 0 || y >= kr) {
-      copy_row(o, s1, w);
+      rows.copy(o, s1, w);
       continue;
     }
     // The near side keeps s1 at or below its threshold; the far side takes s2
     // there, counting up from the band's top: not a mirror image, kept as is.
     const int limit = far_side ? threshold(y, h) : threshold(h - kr + y, h);
-    if (use_reference_path()) {
+    if (rows.reference) {
       for (int x = 0; x < w; ++x) o[x] = (draw_257() <= limit) != far_side ? s1[x] : s2[x];
       continue;
     }
-    select_row_by_draws(o, s1, s2, w, [limit, far_side](int draw, int) { return (draw % 257 <= limit) == far_side; });
+    select_row_by_draws(rows, o, s1, s2, w, [limit, far_side](int draw, int) { return (draw % 257 <= limit) == far_side; });
+  }
+}
+
+// The band of one call: how far it has grown, along which size, from which
+// side, and which picture it dithers in (swapped in the second half).
+struct GradientSetup {
+  double t;
+  bool vertical, far_side, swapped;
+};
+
+GradientSetup gradient_setup(int style, double p) {
+  if (static_cast<uint32_t>(style) <= kLastFoldedStyle) {
+    // The band grows from the starting edge, then b's band retreats to the far one.
+    const bool first_half = p < 0.5;
+    return {first_half ? 2.0 * p : 2.0 * (1.0 - p), style >= 2, (style % 2 == 1) == first_half, !first_half};
+  }
+  // Kept as hosts expect: the diagonal styles (and any other value) take
+  // their variant from the low 32 bits of the progress value's encoding.
+  uint64_t bits;
+  std::memcpy(&bits, &p, sizeof bits);
+  const bool variant = static_cast<uint32_t>(bits) != 0;
+  return {p, variant, variant, false};
+}
+
+void gradient_wipe_plane(const PlaneJob& job, const GradientSetup& g) {
+  const PlaneView& s1 = g.swapped ? job.b : job.a;
+  const PlaneView& s2 = g.swapped ? job.a : job.b;
+  const CommonRegion r = common_region(job.out, s1, s2);  // r.a is s1's origin, r.b is s2's
+  if (r.empty()) return;
+  if (g.vertical) {
+    vertical_band(job.rows, r, std::clamp(truncate_to_int(r.height * g.t), 0, r.height), g.far_side);
+  } else {
+    horizontal_band(job.rows, r, std::clamp(truncate_to_int(r.width * g.t), 0, r.width), g.far_side);
   }
 }
 
 }  // namespace
 
-void gradient_wipe_plane(const PlaneView& out, const PlaneView& s1, const PlaneView& s2, double t, bool vertical,
-                         bool far_side) {
-  const CommonRegion r = common_region(out, s1, s2);  // r.a is s1's origin, r.b is s2's
-  if (r.empty()) return;
-  if (vertical) {
-    vertical_band(r, std::clamp(truncate_to_int(r.height * t), 0, r.height), far_side);
-  } else {
-    horizontal_band(r, std::clamp(truncate_to_int(r.width * t), 0, r.width), far_side);
-  }
-}
-
 int ZV_STDCALL gradient_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  const int result = transition_prologue(out, a, b, params);
-  if (result != kProceed) return result;
-  const double p = clamp_progress(transition_progress(params));
-  const int style = params->style;
-  double t = p;
-  Image* s1 = a;
-  Image* s2 = b;
-  bool vertical, far_side;
-  if (static_cast<uint32_t>(style) <= kLastFoldedStyle) {
-    // The band grows from the starting edge, then b's band retreats to the far one.
-    const bool first_half = p < 0.5;
-    t = first_half ? 2.0 * p : 2.0 * (1.0 - p);
-    if (!first_half) std::swap(s1, s2);
-    vertical = style >= 2;
-    far_side = (style % 2 == 1) == first_half;
-  } else {
-    // Kept as hosts expect: the diagonal styles (and any other value) take
-    // their variant from the low 32 bits of the progress value's encoding.
-    uint64_t bits;
-    std::memcpy(&bits, &p, sizeof bits);
-    vertical = far_side = static_cast<uint32_t>(bits) != 0;
-  }
-  for (int index = kPlaneY; index <= kPlaneV; ++index) {
-    gradient_wipe_plane(image_plane(out, index), image_plane(s1, index), image_plane(s2, index), t, vertical,
-                        far_side);
-  }
-  return kTransitionDone;
+  return run_transition(
+      out, a, b, params, EntryRules{ProgressClamp::kPassNaN},
+      [params](double p) { return gradient_setup(params->style, p); }, gradient_wipe_plane);
 }
 
 }  // namespace zv

@@ -2,13 +2,10 @@
 // out to the left and odd rows to the right, uncovering `b`.
 #pragma once
 
-#include "frame/plane.h"
 #include "frame/transition_op.h"
 
 namespace zv {
 
 int ZV_STDCALL mesh_transition(Image* out, Image* a, Image* b, TransitionParams* params);
-
-void mesh_plane(const CommonRegion& region, double p);
 
 }  // namespace zv

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
-#include "frame/kernel_path.h"
-#include "wipes/wipe_rows.h"
+#include "frame/entry.h"
+#include "frame/rows.h"
 
 namespace zv {
 namespace {
@@ -39,16 +39,9 @@ int limited_count(int count) {
 }
 
 // Copies `rows` rows of the columns [column, column + width) from b to out.
-void copy_span(const CommonRegion& r, long top, int column, int width, int rows) {
-  uint8_t* o = r.out + top * r.out_stride + column;
-  const uint8_t* s = r.b + top * r.b_stride + column;
-  if (!use_reference_path()) {
-    copy_block(0, width, rows, r.out_stride, r.b_stride, o, s);
-    return;
-  }
-  for (int row = 0; row < rows; ++row, o += r.out_stride, s += r.b_stride) {
-    for (int x = 0; x < width; ++x) o[x] = s[x];
-  }
+void copy_span(const CommonRegion& r, int top, int column, int width, int rows) {
+  copy_block(column, width, rows, r.out_stride, r.b_stride, row_at(r.out, r.out_stride, top) + column,
+             row_at(r.b, r.b_stride, top));
 }
 
 // Copies every second block of band `band` from b, starting at `start_column`
@@ -62,7 +55,7 @@ void copy_alternate_blocks(const CommonRegion& r, const MosaicGrid& g, int band,
   for (int i = ((count - 1) >> 1) + 1; i > 0; --i) {
     const int64_t end = std::min<int64_t>(column + g.block_width, r.width);
     if (end > column) {
-      copy_span(r, static_cast<long>(top), static_cast<int>(column), static_cast<int>(end - column),
+      copy_span(r, static_cast<int>(top), static_cast<int>(column), static_cast<int>(end - column),
                 static_cast<int>(bottom - top));
     }
     column = std::min<int64_t>(end + g.block_width, r.width);
@@ -127,27 +120,22 @@ void reveal_blocks(const CommonRegion& r, const MosaicGrid& g, const RevealOrder
 // worth of bytes from the region's start, kept as hosts expect: it also covers
 // the samples beside a narrower region. It never runs past either plane.
 void copy_a(const CommonRegion& r, const PlaneView& out, const PlaneView& a) {
-  const bool reference = use_reference_path();
   if (out.width == a.width) {
     const size_t out_left = static_cast<size_t>(out.width) * out.height - static_cast<size_t>(r.out - out.data);
     const size_t a_left = static_cast<size_t>(a.width) * a.height - static_cast<size_t>(r.a - a.data);
-    const size_t run = std::min({static_cast<size_t>(r.height) * out.width, out_left, a_left});
-    if (reference) {
-      for (size_t i = 0; i < run; ++i) r.out[i] = r.a[i];
-    } else {
-      std::memcpy(r.out, r.a, run);
-    }
+    std::memcpy(r.out, r.a, std::min({static_cast<size_t>(r.height) * out.width, out_left, a_left}));
     return;
   }
-  for (int row = 0; row < r.height; ++row) {
-    uint8_t* o = r.out + static_cast<long>(row) * r.out_stride;
-    const uint8_t* s = r.a + static_cast<long>(row) * r.a_stride;
-    if (reference) {
-      for (int x = 0; x < r.width; ++x) o[x] = s[x];
-    } else {
-      std::memcpy(o, s, r.width);
-    }
-  }
+  copy_block(0, r.width, r.height, r.out_stride, r.a_stride, r.out, r.a);
+}
+
+// Every part of a mosaic is a copy, so the reference and the fast path are one.
+void mosaic_plane(const PlaneJob& job, const MosaicGrid& grid, int style) {
+  const CommonRegion r = job.region();
+  if (r.empty()) return;
+  copy_a(r, job.out, job.a);
+  if (static_cast<uint32_t>(style) > kLastStyle) return;
+  reveal_blocks(r, grid, kOrders[style], job.progress);
 }
 
 }  // namespace
@@ -170,27 +158,16 @@ MosaicGrid mosaic_grid(int columns, int rows, int width, int height) {
           make_even(round_to_int(static_cast<double>(height) / rows))};
 }
 
-void mosaic_plane(const PlaneView& out, const PlaneView& a, const PlaneView& b, const MosaicGrid& grid, int style,
-                  double p) {
-  const CommonRegion r = common_region(out, a, b);
-  if (r.empty()) return;
-  copy_a(r, out, a);
-  if (static_cast<uint32_t>(style) > kLastStyle) return;
-  reveal_blocks(r, grid, kOrders[style], p);
-}
-
 int ZV_STDCALL mosaic_based_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  const int result = transition_prologue(out, a, b, params);
-  if (result != kProceed) return result;
-  const double p = clamp_progress(transition_progress(params));
-  const MosaicGrid luma = mosaic_grid(mosaic_columns(params->param1), mosaic_rows(params->param2), out->width,
-                                      out->height);
-  const MosaicGrid chroma = {luma.columns, luma.rows, luma.block_width / 2, luma.block_height / 2};
-  for (int index = kPlaneY; index <= kPlaneV; ++index) {
-    mosaic_plane(image_plane(out, index), image_plane(a, index), image_plane(b, index),
-                 index == kPlaneY ? luma : chroma, params->style, p);
-  }
-  return kTransitionDone;
+  return run_transition(
+      out, a, b, params, EntryRules{ProgressClamp::kPassNaN},
+      [&](double) {
+        return mosaic_grid(mosaic_columns(params->param1), mosaic_rows(params->param2), out->width, out->height);
+      },
+      [params](const PlaneJob& job, const MosaicGrid& luma) {
+        const MosaicGrid chroma = {luma.columns, luma.rows, luma.block_width / 2, luma.block_height / 2};
+        mosaic_plane(job, job.chroma ? chroma : luma, params->style);
+      });
 }
 
 }  // namespace zv

@@ -4,7 +4,6 @@
 
 #include <cstdint>
 
-#include "frame/plane.h"
 #include "frame/transition_op.h"
 
 namespace zv {
@@ -26,9 +25,5 @@ int mosaic_rows(double param2);
 
 // The luma grid of an output `width` x `height`.
 MosaicGrid mosaic_grid(int columns, int rows, int width, int height);
-
-// One plane: a over the centred common region, then b's blocks revealed so far.
-void mosaic_plane(const PlaneView& out, const PlaneView& a, const PlaneView& b, const MosaicGrid& grid, int style,
-                  double p);
 
 }  // namespace zv

@@ -4,8 +4,7 @@
 #include <cmath>
 #include <memory>
 
-#include "frame/kernel_path.h"
-#include "wipes/wipe_rows.h"
+#include "frame/rows.h"
 
 namespace zv {
 namespace {
@@ -79,16 +78,7 @@ int percent_of_height(int percent, int height) { return single_precision_fractio
 
 void copy_centred_plane(const PlaneView& out, const PlaneView& source) {
   const CommonRegion r = common_region(out, source, source);
-  if (r.empty()) return;
-  if (!use_reference_path()) {
-    copy_block(0, r.width, r.height, r.out_stride, r.a_stride, r.out, r.a);
-    return;
-  }
-  for (int row = 0; row < r.height; ++row) {
-    for (int col = 0; col < r.width; ++col) {
-      r.out[static_cast<long>(row) * r.out_stride + col] = r.a[static_cast<long>(row) * r.a_stride + col];
-    }
-  }
+  if (!r.empty()) copy_block(0, r.width, r.height, r.out_stride, r.a_stride, r.out, r.a);
 }
 
 void paste_plane(const PlaneView& out, const PlaneView& source, int64_t left, int64_t top, int c0, int c1, int r0,
@@ -97,16 +87,7 @@ void paste_plane(const PlaneView& out, const PlaneView& source, int64_t left, in
   r0 = std::max(r0, 0);
   c1 = std::min(c1, source.width);
   r1 = std::min(r1, source.height);
-  if (use_reference_path()) {
-    for (int r = r0; r < r1; ++r) {
-      for (int c = c0; c < c1; ++c) {
-        const int64_t dx = left + c, dy = top + r;
-        if (dx < 0 || dx >= out.width || dy < 0 || dy >= out.height) continue;
-        out.data[dy * out.width + dx] = source.data[static_cast<int64_t>(r) * source.width + c];
-      }
-    }
-    return;
-  }
+  // Only the samples that land inside `out` are copied.
   const int64_t col_begin = std::max<int64_t>(c0, -left), col_end = std::min<int64_t>(c1, out.width - left);
   const int64_t row_begin = std::max<int64_t>(r0, -top), row_end = std::min<int64_t>(r1, out.height - top);
   if (col_begin >= col_end || row_begin >= row_end) return;

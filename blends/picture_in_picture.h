@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-#include "blends/scaled_image.h"
+#include "imaging/scaled_image.h"
 #include "frame/plane.h"
 #include "frame/transition_op.h"
 

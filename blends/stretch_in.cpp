@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "blends/blend.h"
-#include "blends/blend_rows.h"
-#include "frame/kernel_path.h"
+#include "frame/entry.h"
+#include "frame/rows.h"
 
 namespace zv {
 namespace {
@@ -28,21 +28,21 @@ inline int64_t source_index(int style, int x, int width, double f) {
   return static_cast<int64_t>(width) - truncate_to_int((width - x) * f);
 }
 
-}  // namespace
-
-void stretch_in_plane(const PlaneView& out, const PlaneView& a, const PlaneView& b, int style, double p) {
+void stretch_in_plane(const PlaneJob& job, int style) {
   if (style != kAnchorLeft && style != kAnchorRight) return;
-  const CommonRegion r = common_region(out, a, b);
+  const PlaneView& b = job.b;
+  const double p = job.progress;
+  const CommonRegion r = job.region();
   if (r.empty()) return;
   const int W = r.width;
   const int alpha = square_weight(p);
   const double f = p * (static_cast<double>(b.width) / W);
   const int64_t b_size = static_cast<int64_t>(b.width) * b.height;
   const int64_t b_origin = r.b - b.data;
-  if (use_reference_path()) {
+  if (job.rows.reference) {
     for (int row = 0; row < r.height; ++row) {
-      uint8_t* o = r.out + static_cast<long>(row) * r.out_stride;
-      const uint8_t* pa = r.a + static_cast<long>(row) * r.a_stride;
+      uint8_t* o = row_at(r.out, r.out_stride, row);
+      const uint8_t* pa = row_at(r.a, r.a_stride, row);
       const int64_t row_start = b_origin + static_cast<int64_t>(row) * r.b_stride;
       for (int x = 0; x < W; ++x) {
         const int bs = b_sample(b.data, b_size, row_start, source_index(style, x, W, f));
@@ -65,19 +65,15 @@ void stretch_in_plane(const PlaneView& out, const PlaneView& a, const PlaneView&
     } else {
       for (int x = 0; x < W; ++x) gathered[x] = b_sample(b.data, b_size, row_start, index[x]);
     }
-    blend_row(r.out + static_cast<long>(row) * r.out_stride, r.a + static_cast<long>(row) * r.a_stride,
-              gathered.data(), W, alpha);
+    job.rows.blend(row_at(r.out, r.out_stride, row), row_at(r.a, r.a_stride, row), gathered.data(), W, alpha);
   }
 }
 
+}  // namespace
+
 int ZV_STDCALL stretch_in(Image* out, Image* a, Image* b, TransitionParams* params) {
-  const int result = transition_prologue(out, a, b, params);
-  if (result != kProceed) return result;
-  const double p = clamp_progress(transition_progress(params));
-  for (int index = kPlaneY; index <= kPlaneV; ++index) {
-    stretch_in_plane(image_plane(out, index), image_plane(a, index), image_plane(b, index), params->style, p);
-  }
-  return kTransitionDone;
+  return run_transition(out, a, b, params, EntryRules{ProgressClamp::kPassNaN},
+                        [params](const PlaneJob& job) { stretch_in_plane(job, params->style); });
 }
 
 }  // namespace zv

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "frame/kernel_path.h"
-#include "wipes/wipe_rows.h"
+#include "frame/entry.h"
+#include "frame/rows.h"
 
 namespace zv {
 namespace {
@@ -32,9 +32,7 @@ uint8_t x_ray_sample(int a, int b, double p) {
   return static_cast<uint8_t>(b);
 }
 
-}  // namespace
-
-void x_ray_plane(bool luma, double p, const CommonRegion& r) {
+void x_ray_plane(const RowKernels& rows, bool luma, double p, const CommonRegion& r) {
   if (r.empty()) return;
   if (!luma) {
     const bool from_a = p < 0.5;
@@ -46,11 +44,11 @@ void x_ray_plane(bool luma, double p, const CommonRegion& r) {
   const bool use_b = reads_b(p);
   const uint8_t* source = use_b ? r.b : r.a;
   const int stride = use_b ? r.b_stride : r.a_stride;
-  if (use_reference_path()) {
+  if (rows.reference) {
     for (int row = 0; row < r.height; ++row) {
-      uint8_t* o = r.out + static_cast<long>(row) * r.out_stride;
-      const uint8_t* pa = r.a + static_cast<long>(row) * r.a_stride;
-      const uint8_t* pb = r.b + static_cast<long>(row) * r.b_stride;
+      uint8_t* o = row_at(r.out, r.out_stride, row);
+      const uint8_t* pa = row_at(r.a, r.a_stride, row);
+      const uint8_t* pb = row_at(r.b, r.b_stride, row);
       for (int x = 0; x < r.width; ++x) o[x] = x_ray_sample(pa[x], pb[x], p);
     }
     return;
@@ -59,18 +57,18 @@ void x_ray_plane(bool luma, double p, const CommonRegion& r) {
   uint8_t table[256];
   for (int v = 0; v < 256; ++v) table[v] = x_ray_sample(v, v, p);
   for (int row = 0; row < r.height; ++row) {
-    uint8_t* o = r.out + static_cast<long>(row) * r.out_stride;
-    const uint8_t* s = source + static_cast<long>(row) * stride;
+    uint8_t* o = row_at(r.out, r.out_stride, row);
+    const uint8_t* s = row_at(source, stride, row);
     for (int x = 0; x < r.width; ++x) o[x] = table[s[x]];
   }
 }
 
+}  // namespace
+
 int ZV_STDCALL x_ray(Image* out, Image* a, Image* b, TransitionParams* params) {
-  const int result = transition_prologue(out, a, b, params);
-  if (result != kProceed) return result;
-  const double p = clamp_progress(transition_progress(params));
-  for_each_plane(out, a, b, [p](const CommonRegion& region, int index) { x_ray_plane(index == kPlaneY, p, region); });
-  return kTransitionDone;
+  return run_transition(out, a, b, params, EntryRules{ProgressClamp::kPassNaN}, [](const PlaneJob& job) {
+    x_ray_plane(job.rows, !job.chroma, job.progress, job.region());
+  });
 }
 
 }  // namespace zv

@@ -2,13 +2,10 @@
 // develops out of the white. Chroma cuts from `a` to `b` half-way.
 #pragma once
 
-#include "frame/plane.h"
 #include "frame/transition_op.h"
 
 namespace zv {
 
 int ZV_STDCALL x_ray(Image* out, Image* a, Image* b, TransitionParams* params);
-
-void x_ray_plane(bool luma, double p, const CommonRegion& region);
 
 }  // namespace zv

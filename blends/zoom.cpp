@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "blends/picture_in_picture.h"
+#include "frame/entry.h"
 
 namespace zv {
 namespace {
@@ -64,27 +65,27 @@ int clamp_box_count(int n) { return n < 1 ? 2 : std::min(n, kMaxBoxes); }
 
 int clamp_percent(int v) { return v < 1 ? 0 : std::min(v, 100); }
 
-// User-Defined Zoom and Zoom Box: the prologue, result 3 for other styles,
-// the scaled picture (`b` growing over `a`, or `a` shrinking over `b`), the
-// background copied into `out`, then `draw(scaled, zoom_in, p)`.
-template <typename Draw>
-int point_zoom(Image* out, Image* a, Image* b, TransitionParams* params, Draw&& draw) {
-  const int result = transition_prologue(out, a, b, params);
-  if (result != kProceed) return result;
-  const double p = clamp_progress(transition_progress(params));
-  const int style = params->style;
-  if (style != kZoomOut && style != kZoomIn) return kTransitionBadStyle;
+// User-Defined Zoom and Zoom Box: result 3 for other styles; the scaled
+// picture (`b` growing over `a`, or `a` shrinking over `b`) is made once per
+// call, then the background is copied into `out` before the first plane is
+// drawn.
+constexpr EntryRules kPointZoomRules{ProgressClamp::kPassNaN, kZoomIn, kTransitionBadStyle};
+
+struct PointZoom {
+  bool zoom_in;
+  ScaledImage scaled;
+};
+
+PointZoom point_zoom_setup(Image* out, Image* a, Image* b, int style, double p) {
   const int W = out->width, H = out->height;
   const int wp = part_of(W, p), hp = part_of(H, p);
-  const bool zoom_in = style == kZoomIn;
-  const ScaledImage scaled = zoom_in ? ScaledImage(W - wp, H - hp, a) : ScaledImage(wp, hp, b);
-  // The host's copy: `out` takes the background's pixels and its frame flags.
-  out->copy(zoom_in ? b : a, 1, 1);
-  draw(scaled, zoom_in, p);
-  return kTransitionDone;
+  return style == kZoomIn ? PointZoom{true, ScaledImage(W - wp, H - hp, a)} : PointZoom{false, ScaledImage(wp, hp, b)};
 }
 
-}  // namespace
+// The host's copy: `out` takes the background's pixels and its frame flags.
+void copy_background(const PlaneJob& job, Image* out, Image* a, Image* b, const PointZoom& zoom) {
+  if (job.index == kPlaneY) out->copy(zoom.zoom_in ? b : a, 1, 1);
+}
 
 void zoom_plane(const PlaneView& out, const PlaneView* background, const PlaneView& scaled) {
   if (background) copy_centred_plane(out, *background);
@@ -115,44 +116,50 @@ void zoom_box_plane(const PlaneView& out, const PlaneView& scaled, int nx, int n
   }
 }
 
+}  // namespace
+
 int ZV_STDCALL zoom_transition(Image* out, Image* a, Image* b, TransitionParams* params) {
-  const int result = transition_prologue(out, a, b, params);
-  if (result != kProceed) return result;
-  const double p = clamp_progress(transition_progress(params));
-  if (static_cast<uint32_t>(params->style) > kLastZoomStyle) return kTransitionBadStyle;
-  const ZoomSetup setup = zoom_setup(params->style, p, a, b, out->width, out->height);
-  const ScaledImage scaled(setup.width, setup.height, setup.scaled_source);
-  // The in-and-out styles show the picture on a black frame, filled by the host.
-  if (!setup.background) out->set_background_color(0, 0, 0);
-  for (int index = kPlaneY; index <= kPlaneV; ++index) {
-    const PlaneView background = setup.background ? image_plane(setup.background, index) : PlaneView{};
-    zoom_plane(image_plane(out, index), setup.background ? &background : nullptr, scaled_plane(scaled, index));
-  }
-  return kTransitionDone;
+  struct Zoom {
+    ZoomSetup setup;
+    ScaledImage scaled;
+  };
+  return run_transition(
+      out, a, b, params, EntryRules{ProgressClamp::kPassNaN, kLastZoomStyle, kTransitionBadStyle},
+      [&](double p) {
+        const ZoomSetup setup = zoom_setup(params->style, p, a, b, out->width, out->height);
+        return Zoom{setup, ScaledImage(setup.width, setup.height, setup.scaled_source)};
+      },
+      [out](const PlaneJob& job, const Zoom& zoom) {
+        // The in-and-out styles show the picture on a black frame, filled by the host.
+        if (job.index == kPlaneY && !zoom.setup.background) out->set_background_color(0, 0, 0);
+        const PlaneView background = zoom.setup.background ? image_plane(zoom.setup.background, job.index) : PlaneView{};
+        zoom_plane(job.out, zoom.setup.background ? &background : nullptr, scaled_plane(zoom.scaled, job.index));
+      });
 }
 
 int ZV_STDCALL user_defined_zoom(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return point_zoom(out, a, b, params, [&](const ScaledImage& scaled, bool zoom_in, double p) {
-    const int cx = percent_of_width(clamp_percent(params->param1), out->width);
-    const int cy = percent_of_height(clamp_percent(truncate_to_int(params->param2)), out->height);
-    for (int index = kPlaneY; index <= kPlaneV; ++index) {
-      const PlaneView po = image_plane(out, index), sp = scaled_plane(scaled, index);
-      if (sp.height < 1) continue;
-      const bool chroma = index != kPlaneY;
-      const Origin o = zoom_origin(zoom_in, p, po.width, po.height, chroma ? cx / 2 : cx, chroma ? cy / 2 : cy,
-                                   sp.width, sp.height);
-      paste_plane(po, sp, o.left, o.top, 0, sp.width, 0, sp.height);
-    }
-  });
+  return run_transition(
+      out, a, b, params, kPointZoomRules, [&](double p) { return point_zoom_setup(out, a, b, params->style, p); },
+      [&](const PlaneJob& job, const PointZoom& zoom) {
+        copy_background(job, out, a, b, zoom);
+        const int cx = percent_of_width(clamp_percent(params->param1), out->width);
+        const int cy = percent_of_height(clamp_percent(truncate_to_int(params->param2)), out->height);
+        const PlaneView sp = scaled_plane(zoom.scaled, job.index);
+        if (sp.height < 1) return;
+        const Origin o = zoom_origin(zoom.zoom_in, job.progress, job.out.width, job.out.height,
+                                     job.chroma ? cx / 2 : cx, job.chroma ? cy / 2 : cy, sp.width, sp.height);
+        paste_plane(job.out, sp, o.left, o.top, 0, sp.width, 0, sp.height);
+      });
 }
 
 int ZV_STDCALL zoom_box(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return point_zoom(out, a, b, params, [&](const ScaledImage& scaled, bool zoom_in, double p) {
-    const int nx = clamp_box_count(params->param1), ny = clamp_box_count(truncate_to_int(params->param2));
-    for (int index = kPlaneY; index <= kPlaneV; ++index) {
-      zoom_box_plane(image_plane(out, index), scaled_plane(scaled, index), nx, ny, zoom_in, p);
-    }
-  });
+  return run_transition(
+      out, a, b, params, kPointZoomRules, [&](double p) { return point_zoom_setup(out, a, b, params->style, p); },
+      [&](const PlaneJob& job, const PointZoom& zoom) {
+        copy_background(job, out, a, b, zoom);
+        const int nx = clamp_box_count(params->param1), ny = clamp_box_count(truncate_to_int(params->param2));
+        zoom_box_plane(job.out, scaled_plane(zoom.scaled, job.index), nx, ny, zoom.zoom_in, job.progress);
+      });
 }
 
 }  // namespace zv

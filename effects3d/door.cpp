@@ -3,8 +3,8 @@
 #include <cstring>
 #include <vector>
 
+#include "frame/entry.h"
 #include "frame/kernel_path.h"
-#include "frame/plane.h"
 
 namespace zv {
 namespace {
@@ -128,8 +128,11 @@ int DoorWorker(Image* out, Image* x, Image* y, TransitionParams* params) {
 }
 
 int ZV_STDCALL DoorTransition(Image* out, Image* a, Image* b, TransitionParams* params) {
-  const int result = transition_prologue(out, a, b, params);
-  if (result != kProceed) return result;
+  // The worker makes its own progress and draws every plane itself; any style
+  // but "Open" and "Close" draws nothing and still answers 0.
+  const EntryStart start =
+      start_transition(out, a, b, params, EntryRules{ProgressClamp::kPassNaN, kClose, kTransitionDone});
+  if (start.result != kProceed) return start.result;
   // The style is written into the caller's block before drawing: a side
   // effect hosts rely on, kept deliberately. The worker's own result is ignored.
   if (params->style == kOpen) {

@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "frame/plane.h"
+#include "frame/row_kernels.h"
 #include "frame/transition_op.h"
 
 namespace zv {
@@ -36,32 +37,63 @@ struct EntryRules {
   int bad_style_result = kTransitionDone;
 };
 
-// One plane's call: which plane, the clamped progress and the three views.
+// One plane's call: which plane, the clamped progress, the three views and
+// the row kernels chosen for the call.
 struct PlaneJob {
   int index;    // kPlaneY, kPlaneU or kPlaneV
   bool chroma;  // U or V
   double progress;
   PlaneView out, a, b;
+  const RowKernels& rows;
 
   CommonRegion region() const { return common_region(out, a, b); }
 };
+
+// The steps before the planes: the prologue, the progress and its clamp, the
+// style test. `result` is kProceed when the planes should be drawn.
+struct EntryStart {
+  int result;
+  double progress;
+};
+
+inline EntryStart start_transition(Image* out, Image* a, Image* b, TransitionParams* params,
+                                   const EntryRules& rules) {
+  const int result = transition_prologue(out, a, b, params);
+  if (result != kProceed) return {result, 0.0};
+  const double raw = transition_progress(params);
+  const double progress =
+      rules.clamp == ProgressClamp::kNaNShowsA ? clamp_progress_nan_safe(raw) : clamp_progress(raw);
+  if (static_cast<uint32_t>(params->style) > rules.last_style) return {rules.bad_style_result, progress};
+  return {kProceed, progress};
+}
+
+// Runs `prepare(progress)` once, after the style test, then
+// worker(const PlaneJob&, setup) for Y, U and V with what prepare returned:
+// for transitions that make something for the whole call (a resized picture,
+// a grid) before drawing the planes. Returns the prologue's code, the rules'
+// bad-style result, or 0.
+template <typename Prepare, typename Worker>
+int run_transition(Image* out, Image* a, Image* b, TransitionParams* params, const EntryRules& rules,
+                   Prepare&& prepare, Worker&& worker) {
+  const EntryStart start = start_transition(out, a, b, params, rules);
+  if (start.result != kProceed) return start.result;
+  const RowKernels& rows = row_kernels();
+  const auto& setup = prepare(start.progress);
+  for (int index = kPlaneY; index <= kPlaneV; ++index) {
+    worker(PlaneJob{index, index != kPlaneY, start.progress, image_plane(out, index), image_plane(a, index),
+                    image_plane(b, index), rows},
+           setup);
+  }
+  return kTransitionDone;
+}
 
 // Runs worker(const PlaneJob&) for Y, U and V. Returns the prologue's code,
 // the rules' bad-style result, or 0.
 template <typename Worker>
 int run_transition(Image* out, Image* a, Image* b, TransitionParams* params, const EntryRules& rules,
                    Worker&& worker) {
-  const int result = transition_prologue(out, a, b, params);
-  if (result != kProceed) return result;
-  const double raw = transition_progress(params);
-  const double progress =
-      rules.clamp == ProgressClamp::kNaNShowsA ? clamp_progress_nan_safe(raw) : clamp_progress(raw);
-  if (static_cast<uint32_t>(params->style) > rules.last_style) return rules.bad_style_result;
-  for (int index = kPlaneY; index <= kPlaneV; ++index) {
-    worker(PlaneJob{index, index != kPlaneY, progress, image_plane(out, index), image_plane(a, index),
-                    image_plane(b, index)});
-  }
-  return kTransitionDone;
+  return run_transition(
+      out, a, b, params, rules, [](double) { return 0; }, [&](const PlaneJob& job, int) { worker(job); });
 }
 
 }  // namespace zv

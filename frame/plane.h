@@ -2,6 +2,7 @@
 // region that the three images of a call have in common.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "host/image.h"
@@ -23,8 +24,8 @@ PlaneView image_plane(const Image* image, int index);
 
 // Where a centred w x h region starts inside a W x H plane of stride W:
 // (W - w) >> 1 columns and (H - h) >> 1 rows in (arithmetic shifts).
-inline long centred_offset(int plane_width, int plane_height, int w, int h) {
-  return static_cast<long>((plane_height - h) >> 1) * plane_width + ((plane_width - w) >> 1);
+inline ptrdiff_t centred_offset(int plane_width, int plane_height, int w, int h) {
+  return static_cast<ptrdiff_t>((plane_height - h) >> 1) * plane_width + ((plane_width - w) >> 1);
 }
 
 inline uint8_t* centred_origin(const PlaneView& plane, int w, int h) {
@@ -47,13 +48,5 @@ struct CommonRegion {
 };
 
 CommonRegion common_region(const PlaneView& out, const PlaneView& a, const PlaneView& b);
-
-// Runs `worker(CommonRegion, plane index)` for Y, then U, then V.
-template <typename Worker>
-void for_each_plane(Image* out, const Image* a, const Image* b, Worker&& worker) {
-  for (int index = kPlaneY; index <= kPlaneV; ++index) {
-    worker(common_region(image_plane(out, index), image_plane(a, index), image_plane(b, index)), index);
-  }
-}
 
 }  // namespace zv

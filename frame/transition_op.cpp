@@ -19,8 +19,8 @@ int transition_prologue(Image* out, const Image* a, const Image* b, const Transi
 }
 
 PlaneView image_plane(const Image* image, int index) {
-  if (index == kPlaneY) return {image->get_Y(), image->width, image->height};
-  return {index == kPlaneU ? image->get_U() : image->get_V(), image->width / 2, image->height / 2};
+  if (index == kPlaneY) return {image->plane(index), image->width, image->height};
+  return {image->plane(index), image->width / 2, image->height / 2};
 }
 
 CommonRegion common_region(const PlaneView& out, const PlaneView& a, const PlaneView& b) {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "host/bt601.h"
+
 static_assert(offsetof(Image, width) == 4, "width is the second 32-bit word");
 static_assert(offsetof(Image, height) == 8, "height is the third 32-bit word");
 static_assert(offsetof(Image, chroma_format) == 12, "chroma format is the fourth word");
@@ -24,8 +26,8 @@ Image::~Image() {
 }
 
 size_t Image::plane_size(int plane) const {
-  long w = plane == 0 ? width : chroma_width();
-  long h = plane == 0 ? height : chroma_height();
+  const int w = plane == 0 ? width : chroma_width();
+  const int h = plane == 0 ? height : chroma_height();
   return (w > 0 && h > 0) ? static_cast<size_t>(w) * static_cast<size_t>(h) : 0;
 }
 
@@ -41,16 +43,15 @@ void Image::copy(Image* source, int copy_pixels, int copy_frame_flags) {
     int sh = p == 0 ? source->height : source->chroma_height();
     int w = std::min(dw, sw), h = std::min(dh, sh);
     if (w <= 0 || h <= 0) continue;
-    uint8_t* dst = planes_[p] + static_cast<long>((dh - h) >> 1) * dw + ((dw - w) >> 1);
-    const uint8_t* src = source->planes_[p] + static_cast<long>((sh - h) >> 1) * sw + ((sw - w) >> 1);
-    for (int row = 0; row < h; ++row) std::memcpy(dst + static_cast<long>(row) * dw, src + static_cast<long>(row) * sw, w);
+    uint8_t* dst = planes_[p] + static_cast<ptrdiff_t>((dh - h) >> 1) * dw + ((dw - w) >> 1);
+    const uint8_t* src = source->planes_[p] + static_cast<ptrdiff_t>((sh - h) >> 1) * sw + ((sw - w) >> 1);
+    for (int row = 0; row < h; ++row) {
+      std::memcpy(dst + static_cast<ptrdiff_t>(row) * dw, src + static_cast<ptrdiff_t>(row) * sw, w);
+    }
   }
 }
 
 void Image::set_background_color(int r, int g, int b) {
-  const int y = ((4211 * r + 8258 * g + 1606 * b) >> 14) + 16;
-  const int u = ((7193 * b - 4768 * g - 2425 * r) >> 14) + 128;
-  const int v = ((7193 * r - 6029 * g - 1163 * b) >> 14) + 128;
-  const int values[3] = {y, u, v};
+  const int values[3] = {zv::rgb_to_y(r, g, b), zv::rgb_to_u(r, g, b), zv::rgb_to_v(r, g, b)};
   for (int p = 0; p < 3; ++p) std::memset(planes_[p], values[p] & 0xFF, plane_size(p));
 }

@@ -21,6 +21,8 @@ class ZV_ZORVAN_API Image {
   uint8_t* get_Y() const { return planes_[0]; }
   uint8_t* get_U() const { return planes_[1]; }
   uint8_t* get_V() const { return planes_[2]; }
+  // Plane 0 (Y), 1 (U) or 2 (V).
+  uint8_t* plane(int index) const { return planes_[index]; }
 
   // Takes the frame flags of `other`.
   void copy_flags(const Image& other);

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "blends/scaled_image.h"
+#include "imaging/scaled_image.h"
 #include "frame/kernel_path.h"
 #include "imaging/yuv_rgb.h"
 

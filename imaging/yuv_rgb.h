@@ -6,6 +6,7 @@
 
 #include "frame/abi.h"
 #include "host/bitmap_header.h"
+#include "host/bt601.h"
 
 // Only the even part of the picture is converted; nothing for a height below 2
 // or a negative (top-down) height.
@@ -29,10 +30,5 @@ inline BITMAPINFOHEADER rgb24_header(int width, int height) {
   header.biBitCount = 24;
   return header;
 }
-
-// Studio-range YUV of one RGB colour (14-bit fixed point).
-inline int rgb_to_y(int r, int g, int b) { return ((4211 * r + 8258 * g + 1606 * b) >> 14) + 16; }
-inline int rgb_to_u(int r, int g, int b) { return ((7193 * b - 4768 * g - 2425 * r) >> 14) + 128; }
-inline int rgb_to_v(int r, int g, int b) { return ((7193 * r - 6029 * g - 1163 * b) >> 14) + 128; }
 
 }  // namespace zv

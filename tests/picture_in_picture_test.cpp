@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "blends/picture_in_picture.h"
-#include "blends/scaled_image.h"
+#include "imaging/scaled_image.h"
 #include "tests/test_support.h"
 
 namespace {

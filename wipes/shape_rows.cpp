@@ -13,43 +13,18 @@
 namespace zv {
 namespace {
 
-template <typename T>
-T* row_at(T* start, int stride, int row) {
-  return start + static_cast<std::ptrdiff_t>(row) * stride;
-}
-
 // Bytes [begin, end) of a row from the same columns of `source`; nothing when
 // end <= begin.
 void copy_span(int begin, int end, uint8_t* out, const uint8_t* source) {
-  if (end <= begin) return;
-  if (use_reference_path()) {
-    for (int x = begin; x < end; ++x) out[x] = source[x];
-  } else {
-    std::memcpy(out + begin, source + begin, static_cast<size_t>(end - begin));
-  }
-}
-
-// [0, x0) and [x1, width) from `outer`, [x0, x1) from `inner`, each in place;
-// callers keep x0 and x1 within [0, width].
-void span_row(int x0, int x1, int width, uint8_t* out, const uint8_t* outer, const uint8_t* inner) {
-  if (use_reference_path()) {
-    for (int x = 0; x < width; ++x) out[x] = (x >= x0 && x < x1 ? inner : outer)[x];
-  } else {
-    copy_three_spans(x0, x1, width, out, outer, inner);
-  }
+  if (end > begin) std::memcpy(out + begin, source + begin, static_cast<size_t>(end - begin));
 }
 
 // Rows [first_row, end_row) of the area, `width` bytes each, from `source` in place.
 void whole_rows(int first_row, int end_row, int width, uint8_t* out, int out_stride, const uint8_t* source,
                 int source_stride) {
   if (end_row <= first_row) return;
-  uint8_t* o = row_at(out, out_stride, first_row);
-  const uint8_t* s = row_at(source, source_stride, first_row);
-  if (use_reference_path()) {
-    for (int row = first_row; row < end_row; ++row, o += out_stride, s += source_stride) copy_span(0, width, o, s);
-  } else {
-    copy_block(0, width, end_row - first_row, out_stride, source_stride, o, s);
-  }
+  copy_block(0, width, end_row - first_row, out_stride, source_stride, row_at(out, out_stride, first_row),
+             row_at(source, source_stride, first_row));
 }
 
 // One strip of a blind along a size: [begin, split) shows the growing picture,
@@ -181,7 +156,7 @@ void wedge_rows(int x0, double step, int width, int rows, int out_stride, int le
   double xf = x0;
   for (int row = 0; row < rows; ++row, xf += step) {
     const int x = std::clamp(truncate_to_int(xf), 0, width);
-    span_row(x, width, width, row_at(out_start, out_stride, row), row_at(left, left_stride, row),
+    copy_three_spans(x, width, width, row_at(out_start, out_stride, row), row_at(left, left_stride, row),
              row_at(right, right_stride, row));
   }
 }
@@ -205,7 +180,7 @@ void round_region(int size_x, int size_y, int width, int height, int out_stride,
   for (int y = -reach; y < reach; ++y, ++row) {
     const double r2 = static_cast<double>(radius) * radius - static_cast<double>(y) * y;
     const int k = std::min(round_to_int(std::sqrt(r2)), half_w);
-    span_row(half_w - k, half_w + k, 2 * half_w, row_at(out_start, out_stride, row),
+    copy_three_spans(half_w - k, half_w + k, 2 * half_w, row_at(out_start, out_stride, row),
              row_at(outside, outside_stride, row), row_at(inside, inside_stride, row));
   }
   if (margin >= 1) whole_rows(row, row + margin, width, out_start, out_stride, outside, outside_stride);
@@ -228,7 +203,7 @@ void four_parts_region(double fraction, int width, int height, int out_stride, i
     if (row >= inner_begin && row < inner_end) {
       copy_span(0, width, o, in);
     } else {
-      span_row(middle_begin, middle_end, width, o, row_at(corner, corner_stride, row), in);
+      copy_three_spans(middle_begin, middle_end, width, o, row_at(corner, corner_stride, row), in);
     }
   }
 }
@@ -248,7 +223,7 @@ void diamond_region(double fraction, int width, int height, int out_stride, int 
   auto diamond_row = [&](int row) {
     const int w = std::clamp(truncate_to_int(0.5 + half_width), 0, half_w);
     // 2 * (W / 2) columns: an odd W keeps its last column (kept as hosts expect).
-    span_row(half_w - w, half_w + w, 2 * half_w, row_at(out_start, out_stride, row),
+    copy_three_spans(half_w - w, half_w + w, 2 * half_w, row_at(out_start, out_stride, row),
              row_at(outside, outside_stride, row), row_at(inside, inside_stride, row));
   };
   for (int row = half_h - d; row < half_h; ++row) {

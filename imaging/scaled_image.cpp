@@ -1,6 +1,7 @@
-#include "blends/scaled_image.h"
+#include "imaging/scaled_image.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <vector>
 
 #include "frame/kernel_path.h"
@@ -88,8 +89,8 @@ void resample_window(int source_width, int source_height, int target_width, int 
   for (int j = 0; j < window_height; ++j) {
     int row0, row1;
     corner_indices(j, sy, source_height, &row0, &row1);
-    const uint8_t* r0 = source + static_cast<long>(row0) * source_width;
-    const uint8_t* r1 = source + static_cast<long>(row1) * source_width;
+    const uint8_t* r0 = source + static_cast<ptrdiff_t>(row0) * source_width;
+    const uint8_t* r1 = source + static_cast<ptrdiff_t>(row1) * source_width;
     if (reference) {
       for (int i = 0; i < window_width; ++i) {
         int c0, c1;

@@ -1,0 +1,50 @@
+// The row kernels of the software transitions, as one table chosen once per
+// call: the plain C rows (the formulas as written) or the SIMD rows, which
+// pick the widest instruction set the CPU has at run time. Both give the same
+// bytes for every input; widths may be 0, and nothing past a row's n samples
+// is read or written.
+#pragma once
+
+#include <cstdint>
+
+namespace zv {
+
+struct RowKernels {
+  // The table of the plain formulas: plane workers take their reference path.
+  bool reference;
+  // out = s
+  void (*copy)(uint8_t* out, const uint8_t* s, int n);
+  // out = (a * (256 - k) + b * k) >> 8, k in 0..256.
+  void (*blend)(uint8_t* out, const uint8_t* a, const uint8_t* b, int n, int k);
+  // out = (x * g[i] + y * (256 - g[i])) >> 8, one weight in 0..256 per sample.
+  void (*blend_weights)(uint8_t* out, const uint8_t* x, const uint8_t* y, const uint16_t* g, int n);
+  // Towards black, w in 0..256: luma (s * w) >> 8, chroma
+  // (((s - 128) * w) >> 8) + 128 with a flooring shift.
+  void (*scale_luma)(uint8_t* out, const uint8_t* s, int n, int w);
+  void (*scale_chroma)(uint8_t* out, const uint8_t* s, int n, int w);
+  // out = s + offset saturated to 0..255, offset in -255..255.
+  void (*offset_saturate)(uint8_t* out, const uint8_t* s, int n, int offset);
+  // out = (s + offset) mod 256.
+  void (*offset_wrap)(uint8_t* out, const uint8_t* s, int n, uint8_t offset);
+  // out = pick_second[i] ? second[i] : first[i]
+  void (*select)(uint8_t* out, const uint8_t* first, const uint8_t* second, const uint8_t* pick_second, int n);
+};
+
+// The plain C rows and the SIMD rows.
+const RowKernels& c_rows();
+const RowKernels& simd_rows();
+
+// The table the calling thread asked for (kernel_path), read once per call.
+const RowKernels& row_kernels();
+
+// The C rows one by one; the SIMD rows finish their tails with them.
+void copy_row_c(uint8_t* out, const uint8_t* s, int n);
+void blend_row_c(uint8_t* out, const uint8_t* a, const uint8_t* b, int n, int k);
+void blend_weights_row_c(uint8_t* out, const uint8_t* x, const uint8_t* y, const uint16_t* g, int n);
+void scale_luma_row_c(uint8_t* out, const uint8_t* s, int n, int w);
+void scale_chroma_row_c(uint8_t* out, const uint8_t* s, int n, int w);
+void offset_saturate_row_c(uint8_t* out, const uint8_t* s, int n, int offset);
+void offset_wrap_row_c(uint8_t* out, const uint8_t* s, int n, uint8_t offset);
+void select_row_c(uint8_t* out, const uint8_t* first, const uint8_t* second, const uint8_t* pick_second, int n);
+
+}  // namespace zv
