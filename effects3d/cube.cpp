@@ -1,6 +1,7 @@
 #include "effects3d/cube.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 
 #include "gl/gl_api.h"
@@ -33,7 +34,7 @@ void blacken_target(CGlRenderer& renderer) {
   uint8_t* pixels = static_cast<uint8_t*>(target.LockBits());
   const int pitch = target.GetPitch();
   for (int row = 0; row < target.m_pInfo->biHeight; ++row) {
-    std::memset(pixels + static_cast<long>(row) * pitch, 0, static_cast<size_t>(target.m_pInfo->biWidth) * 3);
+    std::memset(pixels + static_cast<ptrdiff_t>(row) * pitch, 0, static_cast<size_t>(target.m_pInfo->biWidth) * 3);
   }
   target.UnlockBits();
 }

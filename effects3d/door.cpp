@@ -1,5 +1,6 @@
 #include "effects3d/door.h"
 
+#include <cstddef>
 #include <cstring>
 #include <vector>
 
@@ -13,24 +14,24 @@ enum DoorStyle { kOpen = 0, kClose = 1 };
 enum LeafSide { kRightLeaf = 0, kLeftLeaf = 1 };
 
 // The source column of leaf column j (left) or n - k (right, k = n .. 1).
-inline long leaf_column(int side, int j, int n, int w, double f) {
+inline ptrdiff_t leaf_column(int side, int j, int n, int w, double f) {
   return side == kLeftLeaf ? truncate_to_int(j * f) : w - truncate_to_int((n - j) * f);
 }
 
 // The source row of target row k when src_h rows are stretched to h.
-inline long stretch_row(int k, int src_h, int h) { return truncate_to_int(static_cast<double>(k) * src_h / h + 0.5); }
+inline ptrdiff_t stretch_row(int k, int src_h, int h) { return truncate_to_int(static_cast<double>(k) * src_h / h + 0.5); }
 
-void squeeze_leaf_fast(int side, int n, int w, int h, const uint8_t* source, long source_size, uint8_t* target,
+void squeeze_leaf_fast(int side, int n, int w, int h, const uint8_t* source, ptrdiff_t source_size, uint8_t* target,
                        double f) {
-  std::vector<long> columns(static_cast<size_t>(n));
-  long last = 0;
+  std::vector<ptrdiff_t> columns(static_cast<size_t>(n));
+  ptrdiff_t last = 0;
   for (int j = 0; j < n; ++j) {
     columns[j] = leaf_column(side, j, n, w, f);
     if (columns[j] > last) last = columns[j];
   }
   for (int row = 0; row < h; ++row) {
-    const long base = static_cast<long>(row) * w;
-    uint8_t* dst = target + static_cast<long>(row) * n;
+    const ptrdiff_t base = static_cast<ptrdiff_t>(row) * w;
+    uint8_t* dst = target + static_cast<ptrdiff_t>(row) * n;
     if (base + last < source_size) {
       for (int j = 0; j < n; ++j) dst[j] = source[base + columns[j]];
     } else {
@@ -43,7 +44,7 @@ void squeeze_leaf_fast(int side, int n, int w, int h, const uint8_t* source, lon
 // row becomes a span copy for the whole run, on both leaves.
 void stretch_leaves_fast(int n, int m_w, int m_h, double p, int out_stride, uint8_t* out, const uint8_t* left,
                          const uint8_t* right) {
-  std::vector<long> rows(static_cast<size_t>(m_h));
+  std::vector<ptrdiff_t> rows(static_cast<size_t>(m_h));
   int i0 = 0;
   while (i0 < n) {
     const int top = truncate_to_int(i0 * (m_h * p * 0.25) / n);
@@ -53,8 +54,8 @@ void stretch_leaves_fast(int n, int m_w, int m_h, double p, int out_stride, uint
     for (int k = 0; k < h; ++k) rows[k] = stretch_row(k, m_h, h);
     const int run = i1 - i0;
     for (int k = 0; k < h; ++k) {
-      uint8_t* o = out + static_cast<long>(top + k) * out_stride;
-      const long src = rows[k] * n;
+      uint8_t* o = out + static_cast<ptrdiff_t>(top + k) * out_stride;
+      const ptrdiff_t src = rows[k] * n;
       std::memcpy(o + i0, left + src + i0, run);
       std::memcpy(o + m_w - i1, right + src + n - i1, run);
     }
@@ -66,11 +67,11 @@ void stretch_leaves_fast(int n, int m_w, int m_h, double p, int out_stride, uint
 
 void StretchColumn(int h, int src_h, int target_stride, int source_stride, uint8_t* target, const uint8_t* source) {
   for (int k = 0; k < h; ++k) {
-    target[static_cast<long>(k) * target_stride] = source[stretch_row(k, src_h, h) * source_stride];
+    target[static_cast<ptrdiff_t>(k) * target_stride] = source[stretch_row(k, src_h, h) * source_stride];
   }
 }
 
-void SqueezeLeaf(int side, int n, int w, int h, const uint8_t* source, long source_size, uint8_t* target) {
+void SqueezeLeaf(int side, int n, int w, int h, const uint8_t* source, ptrdiff_t source_size, uint8_t* target) {
   const double f = n == 0 ? w : static_cast<double>(w) / n * 0.5;
   if (!use_reference_path()) {
     squeeze_leaf_fast(side, n, w, h, source, source_size, target, f);
@@ -80,18 +81,18 @@ void SqueezeLeaf(int side, int n, int w, int h, const uint8_t* source, long sour
     for (int j = 0; j < n; ++j) {
       // The right leaf's columns may run past a row into the next one, as
       // designed; past the plane they read as 0.
-      const long at = static_cast<long>(row) * w + leaf_column(side, j, n, w, f);
-      target[static_cast<long>(row) * n + j] = at < source_size ? source[at] : 0;
+      const ptrdiff_t at = static_cast<ptrdiff_t>(row) * w + leaf_column(side, j, n, w, f);
+      target[static_cast<ptrdiff_t>(row) * n + j] = at < source_size ? source[at] : 0;
     }
   }
 }
 
 void DoorPlane(double p, int w0, int h0, int w1, int h1, int w2, int h2, uint8_t* out, const uint8_t* leaves,
-               long leaves_size) {
+               ptrdiff_t leaves_size) {
   const int m_w = min3(w0, w1, w2), m_h = min3(h0, h1, h2);
   if (m_w <= 0 || m_h <= 0) return;
   uint8_t* out_origin = out + centred_offset(w0, h0, m_w, m_h);
-  const long leaf_offset = centred_offset(w1, h1, m_w, m_h);
+  const ptrdiff_t leaf_offset = centred_offset(w1, h1, m_w, m_h);
   const int n = truncate_to_int((1 - p) * (m_w / 2));
   if (n <= 0) return;  // the leaves have closed to nothing (or the progress is not a number)
 
@@ -105,7 +106,7 @@ void DoorPlane(double p, int w0, int h0, int w1, int h1, int w2, int h2, uint8_t
   for (int i = 0; i < n; ++i) {
     const int s = truncate_to_int(i * (m_h * p * 0.25) / n);
     const int h = m_h - 2 * s;
-    uint8_t* row = out_origin + static_cast<long>(s) * w0;
+    uint8_t* row = out_origin + static_cast<ptrdiff_t>(s) * w0;
     StretchColumn(h, m_h, w0, n, row + i, left.data() + i);
     StretchColumn(h, m_h, w0, n, row + (m_w - 1 - i), right.data() + (n - 1 - i));
   }
@@ -121,7 +122,7 @@ int DoorWorker(Image* out, Image* x, Image* y, TransitionParams* params) {
   out->copy(y, 1, 1);
   for (int index = kPlaneY; index <= kPlaneV; ++index) {
     const PlaneView po = image_plane(out, index), px = image_plane(x, index), py = image_plane(y, index);
-    const long leaves_size = px.width > 0 && px.height > 0 ? static_cast<long>(px.width) * px.height : 0;
+    const ptrdiff_t leaves_size = px.width > 0 && px.height > 0 ? static_cast<ptrdiff_t>(px.width) * px.height : 0;
     DoorPlane(p, po.width, po.height, px.width, px.height, py.width, py.height, po.data, px.data, leaves_size);
   }
   return 1;

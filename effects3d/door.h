@@ -3,6 +3,7 @@
 // like a door turning away. Drawn in software on the planes.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "frame/transition_op.h"
@@ -19,12 +20,12 @@ int DoorWorker(Image* out, Image* x, Image* y, TransitionParams* params);
 // One plane: sizes of the output (w0 x h0, also its stride), of the leaves'
 // plane (w1 x h1) and of the revealed plane (w2 x h2), which `out` already shows.
 void DoorPlane(double p, int w0, int h0, int w1, int h1, int w2, int h2, uint8_t* out, const uint8_t* leaves,
-               long leaves_size);
+               ptrdiff_t leaves_size);
 
 // n columns of one leaf from a w x h source (side 1: the left half, 0: the
 // right half), nearest sampling. `source_size` bytes are readable from
 // `source`; samples past them read as 0.
-void SqueezeLeaf(int side, int n, int w, int h, const uint8_t* source, long source_size, uint8_t* target);
+void SqueezeLeaf(int side, int n, int w, int h, const uint8_t* source, ptrdiff_t source_size, uint8_t* target);
 
 // Column `source` (src_h samples) stretched to h samples of column `target`.
 void StretchColumn(int h, int src_h, int target_stride, int source_stride, uint8_t* target, const uint8_t* source);

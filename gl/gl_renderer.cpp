@@ -1,6 +1,7 @@
 #include "gl/gl_renderer.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <vector>
 
@@ -37,10 +38,10 @@ void copy_top_left(const Image* from, Image* to) {
     const int fw = p ? from->width / 2 : from->width, fh = p ? from->height / 2 : from->height;
     const int tw = p ? to->width / 2 : to->width, th = p ? to->height / 2 : to->height;
     const int w = std::min(fw, tw), h = std::min(fh, th);
-    const uint8_t* src = p == 0 ? from->get_Y() : p == 1 ? from->get_U() : from->get_V();
-    uint8_t* dst = p == 0 ? to->get_Y() : p == 1 ? to->get_U() : to->get_V();
+    const uint8_t* src = from->plane(p);
+    uint8_t* dst = to->plane(p);
     for (int row = 0; row < h && w > 0; ++row) {
-      std::memcpy(dst + static_cast<long>(row) * tw, src + static_cast<long>(row) * fw, w);
+      std::memcpy(dst + static_cast<ptrdiff_t>(row) * tw, src + static_cast<ptrdiff_t>(row) * fw, w);
     }
   }
 }
@@ -86,8 +87,8 @@ void CGlTexture::UploadDibToTexture(CNewDib& frame) {
   const int rows = std::min(h, dib_height(staging)), cols = std::min(w, dib_width(staging));
   if (src && dst) {
     for (int row = 0; row < rows; ++row) {
-      const uint8_t* s = src + static_cast<long>(row) * pitch;
-      uint8_t* d = dst + static_cast<long>(row) * pitch;
+      const uint8_t* s = src + static_cast<ptrdiff_t>(row) * pitch;
+      uint8_t* d = dst + static_cast<ptrdiff_t>(row) * pitch;
       for (int x = 0; x < cols; ++x, s += 3, d += 3) {
         d[0] = s[2];
         d[1] = s[1];

@@ -1,6 +1,7 @@
 #include "imaging/fit_overlap.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 
 #include "imaging/scaled_image.h"
@@ -10,7 +11,7 @@
 namespace zv {
 namespace {
 
-inline uint8_t* row_of(const PlaneView& p, int row) { return p.data + static_cast<long>(row) * p.width; }
+inline uint8_t* row_of(const PlaneView& p, int row) { return p.data + static_cast<ptrdiff_t>(row) * p.width; }
 
 inline bool inside(const PlaneView& p, int x, int y) { return x < p.width && y < p.height; }
 
@@ -110,12 +111,12 @@ void round_plane(const PlaneView& plane, const uint8_t* fitted, int fitted_width
         if (k == 0 && row + 1 >= h) continue;
         line[w - k] = fill;
       }
-      std::memcpy(line + left, fitted + static_cast<long>(row) * fitted_width, fitted_width);
+      std::memcpy(line + left, fitted + static_cast<ptrdiff_t>(row) * fitted_width, fitted_width);
     }
   } else if (mode == kRoundLetterbox) {
     for (int row = 0; row < top; ++row) std::memset(row_of(plane, row), fill, fitted_width);
     for (int row = 0; row < drawn; ++row) {
-      std::memcpy(row_of(plane, top + row), fitted + static_cast<long>(row) * fitted_width, fitted_width);
+      std::memcpy(row_of(plane, top + row), fitted + static_cast<ptrdiff_t>(row) * fitted_width, fitted_width);
     }
     // The bottom margin's pointer is never advanced, kept as hosts expect:
     // only the first row after the picture is filled.
@@ -123,7 +124,7 @@ void round_plane(const PlaneView& plane, const uint8_t* fitted, int fitted_width
   } else {
     for (int row = 0; row < h; ++row) std::memset(row_of(plane, row), fill, w);
     for (int row = 0; row < drawn; ++row) {
-      std::memcpy(row_of(plane, top + row) + left, fitted + static_cast<long>(row) * fitted_width, fitted_width);
+      std::memcpy(row_of(plane, top + row) + left, fitted + static_cast<ptrdiff_t>(row) * fitted_width, fitted_width);
     }
   }
 }

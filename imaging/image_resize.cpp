@@ -1,6 +1,7 @@
 #include "imaging/image_resize.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdlib>
 #include <cstring>
 #include <initializer_list>
@@ -13,7 +14,7 @@ namespace zv {
 namespace {
 
 inline uint8_t* sample_at(const SampleGrid& g, int x, int y) {
-  return g.data + y * g.stride + static_cast<long>(x) * g.step;
+  return g.data + y * g.stride + static_cast<ptrdiff_t>(x) * g.step;
 }
 
 bool rect_is_empty(ResizeRect r) { return r.width < 1 || r.height < 1; }
@@ -280,7 +281,7 @@ void scale_nearest(const SampleGrid& source, ResizeRect from, const SampleGrid& 
   for (int j = 0; j < to.height; ++j) {
     const uint8_t* s = sample_at(source, 0, rows[j]);
     uint8_t* o = sample_at(target, to.x, to.y + j);
-    for (int i = 0; i < to.width; ++i) o[static_cast<long>(i) * target.step] = s[static_cast<long>(cols[i]) * source.step];
+    for (int i = 0; i < to.width; ++i) o[static_cast<ptrdiff_t>(i) * target.step] = s[static_cast<ptrdiff_t>(cols[i]) * source.step];
   }
 }
 
@@ -295,7 +296,7 @@ void scale_bilinear(const SampleGrid& source, ResizeRect from, const SampleGrid&
     fx[i] = static_cast<int>((i * sx) & 4095);
   }
   cx[to.width - 1] = last_col;
-  const long ss = source.step;
+  const ptrdiff_t ss = source.step;
   for (int j = 0; j < to.height; ++j) {
     uint8_t* o = sample_at(target, to.x, to.y + j);
     const bool last = j + 1 == to.height;
@@ -307,7 +308,7 @@ void scale_bilinear(const SampleGrid& source, ResizeRect from, const SampleGrid&
     // are read from its edge instead.
     const uint8_t* r1 = sample_at(source, 0, std::min(cy + 1, last_row));
     for (int i = 0; i + 1 < to.width; ++i) {
-      const long c0 = cx[i] * ss, c1 = std::min(cx[i] + 1, last_col) * ss;
+      const ptrdiff_t c0 = cx[i] * ss, c1 = std::min(cx[i] + 1, last_col) * ss;
       if (last) {
         o[i * target.step] = r0[c0];
         continue;
@@ -316,7 +317,7 @@ void scale_bilinear(const SampleGrid& source, ResizeRect from, const SampleGrid&
       const int bottom = (r1[c0] * (4096 - fx[i]) + r1[c1] * fx[i]) >> 12;
       o[i * target.step] = static_cast<uint8_t>(((4096 - fy) * top + fy * bottom) >> 12);
     }
-    o[static_cast<long>(to.width - 1) * target.step] = r0[last_col * ss];
+    o[static_cast<ptrdiff_t>(to.width - 1) * target.step] = r0[last_col * ss];
   }
 }
 
@@ -335,10 +336,10 @@ void scale_cubic(const SampleGrid& source, ResizeRect from, const SampleGrid& ta
       for (int k = 0; k < 4; ++k) {
         const uint8_t* row = r[k];
         double across = 0.0;
-        for (int m = 0; m < 4; ++m) across += tx.weight[m] * row[static_cast<long>(tx.index[m]) * source.step];
+        for (int m = 0; m < 4; ++m) across += tx.weight[m] * row[static_cast<ptrdiff_t>(tx.index[m]) * source.step];
         value += ty.weight[k] * across;
       }
-      o[static_cast<long>(i) * target.step] = static_cast<uint8_t>(round_to_int(std::clamp(value, 0.0, 255.0)));
+      o[static_cast<ptrdiff_t>(i) * target.step] = static_cast<uint8_t>(round_to_int(std::clamp(value, 0.0, 255.0)));
     }
   }
 }

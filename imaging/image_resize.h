@@ -2,6 +2,7 @@
 // kernels) and the same kernels on 24-bit bitmaps.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "frame/abi.h"
@@ -54,7 +55,7 @@ namespace zv {
 // Samples (x, y) of one channel at data[y * stride + x * step], x < width, y < height.
 struct SampleGrid {
   uint8_t* data;
-  long stride;
+  ptrdiff_t stride;
   int step;
   int width;
   int height;

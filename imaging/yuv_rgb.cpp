@@ -1,5 +1,7 @@
 #include "imaging/yuv_rgb.h"
 
+#include <cstddef>
+
 namespace {
 
 inline uint8_t clamp_byte(int value) { return static_cast<uint8_t>(value < 0 ? 0 : value > 255 ? 255 : value); }
@@ -10,12 +12,12 @@ void ZV_STDCALL Rgb24_2_yuv420(uint8_t* y, uint8_t* u, uint8_t* v, int y_stride,
                                const BITMAPINFOHEADER* header, const uint8_t* pixels) {
   const int w = header->biWidth & ~1, h = header->biHeight & ~1;
   if (h < 1 || w < 1) return;
-  const long pitch = zv::dib_row_bytes(header->biWidth);
+  const ptrdiff_t pitch = zv::dib_row_bytes(header->biWidth);
   for (int i = 0; i < h / 2; ++i) {
     // Image row 2i is bitmap row biHeight - 1 - 2i; row 2i + 1 lies just below it in memory.
     const uint8_t* rows[2] = {pixels + (header->biHeight - 1 - 2 * i) * pitch,
                               pixels + (header->biHeight - 2 - 2 * i) * pitch};
-    uint8_t* y_rows[2] = {y + static_cast<long>(2 * i) * y_stride, y + static_cast<long>(2 * i + 1) * y_stride};
+    uint8_t* y_rows[2] = {y + static_cast<ptrdiff_t>(2 * i) * y_stride, y + static_cast<ptrdiff_t>(2 * i + 1) * y_stride};
     for (int j = 0; j < w / 2; ++j) {
       int u_sum = 0, v_sum = 0;
       for (int dy = 0; dy < 2; ++dy) {
@@ -28,8 +30,8 @@ void ZV_STDCALL Rgb24_2_yuv420(uint8_t* y, uint8_t* u, uint8_t* v, int y_stride,
         }
       }
       // The mean of the already offset values, truncated.
-      u[static_cast<long>(i) * u_stride + j] = static_cast<uint8_t>(u_sum >> 2);
-      v[static_cast<long>(i) * v_stride + j] = static_cast<uint8_t>(v_sum >> 2);
+      u[static_cast<ptrdiff_t>(i) * u_stride + j] = static_cast<uint8_t>(u_sum >> 2);
+      v[static_cast<ptrdiff_t>(i) * v_stride + j] = static_cast<uint8_t>(v_sum >> 2);
     }
   }
 }
@@ -38,12 +40,12 @@ void ZV_STDCALL Yuv420_2_rgb24(const BITMAPINFOHEADER* header, uint8_t* pixels, 
                                const uint8_t* v, int y_stride, int u_stride, int v_stride) {
   const int w = header->biWidth & ~1, h = header->biHeight & ~1;
   if (h < 1 || w < 1) return;
-  const long pitch = zv::dib_row_bytes(header->biWidth);
+  const ptrdiff_t pitch = zv::dib_row_bytes(header->biWidth);
   for (int i = 0; i < h / 2; ++i) {
     uint8_t* rows[2] = {pixels + (header->biHeight - 1 - 2 * i) * pitch, pixels + (header->biHeight - 2 - 2 * i) * pitch};
-    const uint8_t* y_rows[2] = {y + static_cast<long>(2 * i) * y_stride, y + static_cast<long>(2 * i + 1) * y_stride};
+    const uint8_t* y_rows[2] = {y + static_cast<ptrdiff_t>(2 * i) * y_stride, y + static_cast<ptrdiff_t>(2 * i + 1) * y_stride};
     for (int j = 0; j < w / 2; ++j) {
-      const int cu = u[static_cast<long>(i) * u_stride + j], cv = v[static_cast<long>(i) * v_stride + j];
+      const int cu = u[static_cast<ptrdiff_t>(i) * u_stride + j], cv = v[static_cast<ptrdiff_t>(i) * v_stride + j];
       // The offsets carry deliberate rounding biases; they are not exactly 16 and 128 times the coefficients.
       const int r0 = 13074 * cv - 1826095;
       const int g0 = -3203 * cu - 6660 * cv + 1109918;

@@ -49,34 +49,6 @@ TEST(TruncationTest, OutOfRangeValuesGiveTheX86Result) {
   EXPECT_EQ(zv::truncate_to_int(2147483647.9), 2147483647);
 }
 
-TEST(PrologueTest, NullArgumentReturnsOneAndTouchesNothing) {
-  auto a = zvtest::solid_frame(8, 6, 10, 20, 30), b = zvtest::solid_frame(8, 6, 40, 50, 60);
-  auto out = zvtest::solid_frame(8, 6, 1, 2, 3);
-  a->set_frame_flags(7);
-  TransitionParams params = make_params(0, 0.5);
-  const auto before = zvtest::frame_bytes(*out);
-  EXPECT_EQ(zv::fade_transition(out.get(), a.get(), nullptr, &params), 1);
-  EXPECT_EQ(zv::fade_transition(out.get(), nullptr, b.get(), &params), 1);
-  EXPECT_EQ(zv::fade_transition(nullptr, a.get(), b.get(), &params), 1);
-  EXPECT_EQ(zv::fade_transition(out.get(), a.get(), b.get(), nullptr), 1);
-  EXPECT_EQ(out->frame_flags(), 0);
-  EXPECT_EQ(zvtest::frame_bytes(*out), before);
-}
-
-TEST(PrologueTest, DisabledBlockReturnsTwoButCopiesTheFlags) {
-  auto a = zvtest::solid_frame(8, 6, 10, 20, 30), b = zvtest::solid_frame(8, 6, 40, 50, 60);
-  auto out = zvtest::solid_frame(8, 6, 1, 2, 3);
-  a->set_frame_flags(7);
-  const auto before = zvtest::frame_bytes(*out);
-  for (int enabled : {0, -5}) {
-    TransitionParams params = make_params(0, 0.5);
-    params.enabled = enabled;
-    EXPECT_EQ(zv::fade_transition(out.get(), a.get(), b.get(), &params), 2);
-  }
-  EXPECT_EQ(out->frame_flags(), 7);
-  EXPECT_EQ(zvtest::frame_bytes(*out), before);
-}
-
 TEST(PlaneGeometryTest, OddSizesLoseTheirLastChromaColumnAndRow) {
   Image image(7, 5);
   zv::PlaneView u = zv::image_plane(&image, zv::kPlaneU);

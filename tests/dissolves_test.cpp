@@ -57,16 +57,6 @@ INSTANTIATE_TEST_SUITE_P(
                       AddCase{1, 0.75, 0, 160}, AddCase{0, 0.75, 145, 160}, AddCase{0, 1.0, 50, 160},
                       AddCase{1, 1.0, 50, 160}));
 
-TEST(AddDissolve, OtherStylesWriteNothing) {
-  for (int style : {2, -1, 1000}) {
-    ImagePtr a = solid_frame(8, 4, 200, 60, 70), b = solid_frame(8, 4, 50, 160, 170);
-    ImagePtr out = zvtest::random_frame(8, 4, 5);
-    const auto before = zvtest::frame_bytes(*out);
-    EXPECT_EQ(run(36, out.get(), a.get(), b.get(), style, 0.5), 0);
-    EXPECT_EQ(zvtest::frame_bytes(*out), before) << "style " << style;
-  }
-}
-
 TEST(AddDissolve, GreyIsOneRunFromTheRegionStart) {
   // Chroma: out 6x2, a and b 4x2, so the region starts at column 1 and the
   // 8-byte grey run covers U[1..8] of out, spilling into its second row.

@@ -54,26 +54,6 @@ INSTANTIATE_TEST_SUITE_P(
         LevelCase{3, 0.5, 0, 128, 128}, LevelCase{3, 0.499, (16 * 2) >> 8, ((-28 * 2) >> 8) + 128, ((72 * 2) >> 8) + 128},
         LevelCase{3, 0.75, (235 * 64) >> 8, ((-68 * 64) >> 8) + 128, 127}));
 
-TEST(FadeTest, StylesPastTheLastReturnThreeAndWriteNothing) {
-  for (int style : {8, -1, 1000}) {
-    Frames f;
-    f.a->set_frame_flags(5);
-    EXPECT_EQ(f.run(style, 0.5), 3);
-    EXPECT_EQ(f.out->frame_flags(), 5);
-    EXPECT_EQ(zvtest::frame_bytes(*f.out), zvtest::frame_bytes(*solid_frame(64, 48, 7, 7, 7)));
-  }
-}
-
-TEST(FadeTest, SweepsCopyAAtTheStartAndBAtTheEnd) {
-  for (int style = 4; style <= 7; ++style) {
-    Frames f;
-    f.run(style, 0.0);
-    EXPECT_EQ(zvtest::frame_bytes(*f.out), zvtest::frame_bytes(*f.a)) << style;
-    f.run(style, 1.0);
-    EXPECT_EQ(zvtest::frame_bytes(*f.out), zvtest::frame_bytes(*f.b)) << style;
-  }
-}
-
 TEST(FadeTest, LeftToRightJustBeforeHalfwayIsAlmostAllB) {
   Frames f;
   f.run(4, std::nextafter(0.5, 0.0));
@@ -114,15 +94,6 @@ TEST(FadeTest, FramesOfDifferentSizesWriteOnlyTheCentredCommonRegion) {
         EXPECT_EQ(sample(*out, 0, x, y) == 9, !inside) << style << " " << x << "," << y;
       }
     }
-  }
-}
-
-TEST(FadeTest, NotANumberProgressStaysInsideTheFrame) {
-  for (int style = 0; style <= 7; ++style) {
-    Frames f;
-    EXPECT_EQ(f.run(style, std::nan("")), 0);
-    TransitionParams zero_duration = make_params(style, 0.5, 0.0);
-    EXPECT_EQ(zv::fade_transition(f.out.get(), f.a.get(), f.b.get(), &zero_duration), 0);
   }
 }
 

@@ -36,24 +36,6 @@ struct Frames {
   }
 };
 
-class GradientWipeEnds : public ::testing::TestWithParam<int> {};
-
-TEST_P(GradientWipeEnds, ProgressZeroIsAAndOneIsB) {
-  const int style = GetParam();
-  ImagePtr a = zvtest::random_frame(33, 17, 1), b = zvtest::random_frame(33, 17, 2);
-  ImagePtr out = zvtest::random_frame(33, 17, 3);
-  TransitionParams params = zvtest::make_params(style, 0.0);
-  zv::transition_entry(39)(out.get(), a.get(), b.get(), &params);
-  EXPECT_EQ(zvtest::frame_bytes(*out), zvtest::frame_bytes(*a));
-  if (static_cast<unsigned>(style) <= 3) {  // the other styles do not fold progress
-    params = zvtest::make_params(style, 1.0);
-    zv::transition_entry(39)(out.get(), a.get(), b.get(), &params);
-    EXPECT_EQ(zvtest::frame_bytes(*out), zvtest::frame_bytes(*b));
-  }
-}
-
-INSTANTIATE_TEST_SUITE_P(Styles, GradientWipeEnds, ::testing::Values(0, 1, 2, 3, 4, 5, 6, 7, 8, -1));
-
 TEST(GradientWipe, TopToBottomQuarterDithersTheTopHalf) {
   Frames f;
   f.run(2, 0.25);

@@ -19,7 +19,7 @@ ImagePtr frame(int w, int h, int format = kChroma420, uint32_t seed = 1) {
   auto image = std::make_unique<Image>(w, h, format);
   std::mt19937 gen(seed);
   for (int p = 0; p < 3; ++p) {
-    uint8_t* data = p == 0 ? image->get_Y() : p == 1 ? image->get_U() : image->get_V();
+    uint8_t* data = image->plane(p);
     for (size_t i = 0; i < image->plane_size(p); ++i) data[i] = static_cast<uint8_t>(gen());
   }
   return image;

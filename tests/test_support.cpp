@@ -1,5 +1,6 @@
 #include "tests/test_support.h"
 
+#include <cstddef>
 #include <cstring>
 #include <random>
 
@@ -9,14 +10,10 @@
 
 namespace zvtest {
 
-static uint8_t* plane_data(const Image& image, int plane) {
-  return plane == 0 ? image.get_Y() : plane == 1 ? image.get_U() : image.get_V();
-}
-
 ImagePtr solid_frame(int width, int height, uint8_t y, uint8_t u, uint8_t v) {
   auto image = std::make_unique<Image>(width, height);
   const uint8_t values[3] = {y, u, v};
-  for (int p = 0; p < 3; ++p) std::memset(plane_data(*image, p), values[p], image->plane_size(p));
+  for (int p = 0; p < 3; ++p) std::memset(image->plane(p), values[p], image->plane_size(p));
   return image;
 }
 
@@ -24,7 +21,7 @@ ImagePtr random_frame(int width, int height, uint32_t seed) {
   auto image = std::make_unique<Image>(width, height);
   std::mt19937 gen(seed);
   for (int p = 0; p < 3; ++p) {
-    uint8_t* data = plane_data(*image, p);
+    uint8_t* data = image->plane(p);
     for (size_t i = 0; i < image->plane_size(p); ++i) data[i] = static_cast<uint8_t>(gen());
   }
   return image;
@@ -41,7 +38,7 @@ TransitionParams make_params(int style, double position, double duration) {
 }
 
 std::vector<uint8_t> plane_bytes(const Image& image, int plane) {
-  const uint8_t* data = plane_data(image, plane);
+  const uint8_t* data = image.plane(plane);
   return std::vector<uint8_t>(data, data + image.plane_size(plane));
 }
 
@@ -56,7 +53,7 @@ std::vector<uint8_t> frame_bytes(const Image& image) {
 
 uint8_t sample(const Image& image, int plane, int x, int y) {
   const int stride = plane == 0 ? image.width : image.width / 2;
-  return plane_data(image, plane)[static_cast<long>(y) * stride + x];
+  return image.plane(plane)[static_cast<ptrdiff_t>(y) * stride + x];
 }
 
 void reset_random_state() { zv::set_random_state(12345); }

@@ -58,24 +58,6 @@ INSTANTIATE_TEST_SUITE_P(AllStyles, ZoomEndpoints, ::testing::ValuesIn(kStyles),
                            return "id" + std::to_string(info.param.id) + "_style" + std::to_string(info.param.style);
                          });
 
-class ZoomBadStyle : public ::testing::TestWithParam<StyleCase> {};
-
-TEST_P(ZoomBadStyle, ReturnsThreeAndWritesNothing) {
-  const StyleCase c = GetParam();
-  ImagePtr a = zvtest::random_frame(16, 8, 1), b = zvtest::random_frame(16, 8, 2), out = zvtest::random_frame(16, 8, 3);
-  a->set_frame_flags(9);
-  const auto before = zvtest::frame_bytes(*out);
-  EXPECT_EQ(run(c.id, out.get(), a.get(), b.get(), c.style, 0.5), 3);
-  EXPECT_EQ(zvtest::frame_bytes(*out), before);
-  EXPECT_EQ(out->frame_flags(), 9);
-}
-
-INSTANTIATE_TEST_SUITE_P(OutOfRange, ZoomBadStyle,
-                         ::testing::Values(StyleCase{kZoom, 8}, StyleCase{kZoom, -1}, StyleCase{kZoom, 9},
-                                           StyleCase{kUserDefinedZoom, 2}, StyleCase{kUserDefinedZoom, 9},
-                                           StyleCase{kUserDefinedZoom, -1}, StyleCase{kZoomBox, 2},
-                                           StyleCase{kZoomBox, 9}));
-
 TEST(Zoom, InAndOutShrinksAToALineOnBlackThenGrowsB) {
   ImagePtr a = zvtest::solid_frame(16, 8, 40, 50, 60), b = zvtest::solid_frame(16, 8, 140, 150, 160);
   ImagePtr out = zvtest::random_frame(16, 8, 3);

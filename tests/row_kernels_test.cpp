@@ -1,0 +1,112 @@
+// Every SIMD row against its C row: random samples and weights, widths 0 to
+// 67, inputs and output starting off alignment, and guard bytes on both sides
+// of the output that must keep their value.
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <random>
+#include <vector>
+
+#include "frame/row_kernels.h"
+
+namespace {
+
+constexpr int kGuard = 32;
+constexpr uint8_t kGuardByte = 0xA5;
+
+// Runs one row of `width` samples at output misalignment `shift` and returns
+// the output with its guards.
+using RowCall = std::function<void(const zv::RowKernels&, uint8_t* out, int width)>;
+
+std::vector<uint8_t> run_row(const zv::RowKernels& rows, const RowCall& call, int width, int shift) {
+  std::vector<uint8_t> buffer(static_cast<size_t>(kGuard * 2 + width + shift), kGuardByte);
+  call(rows, buffer.data() + kGuard + shift, width);
+  return buffer;
+}
+
+struct Inputs {
+  std::vector<uint8_t> a, b, pick;
+  std::vector<uint16_t> g;
+  int k, offset;
+};
+
+Inputs random_inputs(std::mt19937& gen, int width) {
+  Inputs in;
+  const size_t n = static_cast<size_t>(width) + 8;
+  for (size_t i = 0; i < n; ++i) {
+    in.a.push_back(static_cast<uint8_t>(gen()));
+    in.b.push_back(static_cast<uint8_t>(gen()));
+    in.pick.push_back(gen() % 3 == 0 ? 0 : static_cast<uint8_t>(gen()));
+    in.g.push_back(static_cast<uint16_t>(gen() % 257));
+  }
+  in.k = static_cast<int>(gen() % 257);
+  in.offset = static_cast<int>(gen() % 511) - 255;
+  return in;
+}
+
+// Each row with its inputs read `skew` samples into the buffers, so that
+// they start off alignment independently of the output.
+std::vector<std::pair<const char*, RowCall>> row_calls(const Inputs& in, int skew) {
+  const uint8_t* a = in.a.data() + skew;
+  const uint8_t* b = in.b.data() + (skew + 1) % 8;
+  const uint8_t* pick = in.pick.data() + (skew + 3) % 8;
+  const uint16_t* g = in.g.data() + (skew + 5) % 8;
+  const int k = in.k, offset = in.offset;
+  return {
+      {"copy", [=](const zv::RowKernels& r, uint8_t* o, int n) { r.copy(o, a, n); }},
+      {"blend", [=](const zv::RowKernels& r, uint8_t* o, int n) { r.blend(o, a, b, n, k); }},
+      {"blend 0", [=](const zv::RowKernels& r, uint8_t* o, int n) { r.blend(o, a, b, n, 0); }},
+      {"blend 256", [=](const zv::RowKernels& r, uint8_t* o, int n) { r.blend(o, a, b, n, 256); }},
+      {"blend_weights", [=](const zv::RowKernels& r, uint8_t* o, int n) { r.blend_weights(o, a, b, g, n); }},
+      {"scale_luma", [=](const zv::RowKernels& r, uint8_t* o, int n) { r.scale_luma(o, a, n, k); }},
+      {"scale_chroma", [=](const zv::RowKernels& r, uint8_t* o, int n) { r.scale_chroma(o, a, n, k); }},
+      {"scale_chroma 256", [=](const zv::RowKernels& r, uint8_t* o, int n) { r.scale_chroma(o, a, n, 256); }},
+      {"offset_saturate", [=](const zv::RowKernels& r, uint8_t* o, int n) { r.offset_saturate(o, a, n, offset); }},
+      {"offset_saturate -255",
+       [=](const zv::RowKernels& r, uint8_t* o, int n) { r.offset_saturate(o, a, n, -255); }},
+      {"offset_wrap",
+       [=](const zv::RowKernels& r, uint8_t* o, int n) { r.offset_wrap(o, a, n, static_cast<uint8_t>(offset)); }},
+      {"select", [=](const zv::RowKernels& r, uint8_t* o, int n) { r.select(o, a, b, pick, n); }},
+  };
+}
+
+TEST(RowKernels, SimdRowsMatchTheCRowsAndStayInsideTheRow) {
+  std::mt19937 gen(7);
+  for (int width = 0; width <= 67; ++width) {
+    for (int shift = 0; shift < 4; ++shift) {
+      const Inputs in = random_inputs(gen, width);
+      for (const auto& [name, call] : row_calls(in, (width + shift) % 8)) {
+        const std::vector<uint8_t> c = run_row(zv::c_rows(), call, width, shift);
+        const std::vector<uint8_t> simd = run_row(zv::simd_rows(), call, width, shift);
+        ASSERT_EQ(c, simd) << name << " width " << width << " shift " << shift;
+        for (int i = 0; i < kGuard + shift; ++i) ASSERT_EQ(simd[i], kGuardByte) << name << " before the row";
+        for (size_t i = kGuard + shift + width; i < simd.size(); ++i) {
+          ASSERT_EQ(simd[i], kGuardByte) << name << " after the row, width " << width;
+        }
+      }
+    }
+  }
+}
+
+TEST(RowKernels, CRowsFollowTheirFormulas) {
+  const uint8_t a[4] = {0, 100, 200, 255}, b[4] = {255, 50, 10, 0}, pick[4] = {0, 1, 0, 0xFF};
+  const uint16_t g[4] = {0, 64, 256, 128};
+  uint8_t out[4];
+  const zv::RowKernels& rows = zv::c_rows();
+  rows.blend(out, a, b, 4, 64);
+  EXPECT_EQ(std::vector<uint8_t>(out, out + 4), (std::vector<uint8_t>{63, 87, 152, 191}));
+  rows.blend_weights(out, a, b, g, 4);
+  EXPECT_EQ(std::vector<uint8_t>(out, out + 4), (std::vector<uint8_t>{255, 62, 200, 127}));
+  rows.scale_luma(out, a, 4, 128);
+  EXPECT_EQ(std::vector<uint8_t>(out, out + 4), (std::vector<uint8_t>{0, 50, 100, 127}));
+  rows.scale_chroma(out, a, 4, 128);
+  EXPECT_EQ(std::vector<uint8_t>(out, out + 4), (std::vector<uint8_t>{64, 114, 164, 191}));
+  rows.offset_saturate(out, a, 4, -101);
+  EXPECT_EQ(std::vector<uint8_t>(out, out + 4), (std::vector<uint8_t>{0, 0, 99, 154}));
+  rows.offset_wrap(out, a, 4, 100);
+  EXPECT_EQ(std::vector<uint8_t>(out, out + 4), (std::vector<uint8_t>{100, 200, 44, 99}));
+  rows.select(out, a, b, pick, 4);
+  EXPECT_EQ(std::vector<uint8_t>(out, out + 4), (std::vector<uint8_t>{0, 50, 200, 0}));
+}
+
+}  // namespace
