@@ -79,12 +79,29 @@ void CGlTexture::CreateFrameTexture(int width, int height, int) {
 }
 
 void CGlTexture::UploadDibToTexture(CNewDib& frame) {
-  const uint8_t* src = static_cast<const uint8_t*>(frame.LockBits());
-  uint8_t* dst = static_cast<uint8_t*>(staging.LockBits());
   const int w = dib_width(frame), h = dib_height(frame), pitch = frame.GetPitch();
   // Only as much as the staging copy holds (it is made at the frame size).
   const int rows = std::min(h, dib_height(staging)), cols = std::min(w, dib_width(staging));
-  if (src && dst) {
+  const uint8_t* src = static_cast<const uint8_t*>(frame.LockBits());
+  if (rows <= 0 || cols <= 0 || !src) {
+    frame.UnlockBits();
+    return;
+  }
+  if (size <= 1024) {
+    // Centred, straight from the bitmap: OpenGL reads its B, G, R order and
+    // rows padded to 4 bytes (the default unpack alignment) as they are,
+    // which gives the same texels as an RGB copy.
+    glPixelStorei(GL_UNPACK_ROW_LENGTH, cols == w ? 0 : w);
+    glTexSubImage2D(GL_TEXTURE_2D, 0, (size - cols) / 2, (size - rows) / 2, cols, rows, GL_BGR, GL_UNSIGNED_BYTE,
+                    src);
+    glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
+    frame.UnlockBits();
+    return;
+  }
+  // The largest texture takes the frame rescaled to fill it, through the RGB
+  // staging copy (rows keep the bitmap's pitch and bottom-up order).
+  uint8_t* dst = static_cast<uint8_t*>(staging.LockBits());
+  if (dst) {
     for (int row = 0; row < rows; ++row) {
       const uint8_t* s = src + static_cast<long>(row) * pitch;
       uint8_t* d = dst + static_cast<long>(row) * pitch;
@@ -94,17 +111,10 @@ void CGlTexture::UploadDibToTexture(CNewDib& frame) {
         d[2] = s[0];
       }
     }
+    gluBuild2DMipmaps(GL_TEXTURE_2D, 3, cols, rows, GL_RGB, GL_UNSIGNED_BYTE, dst);
   }
   staging.UnlockBits();
   frame.UnlockBits();
-  if (rows <= 0 || cols <= 0) return;
-  if (size > 1024) {
-    // The largest texture takes the frame rescaled to fill it.
-    gluBuild2DMipmaps(GL_TEXTURE_2D, 3, cols, rows, GL_RGB, GL_UNSIGNED_BYTE, dst);
-  } else {
-    glTexSubImage2D(GL_TEXTURE_2D, 0, (size - cols) / 2, (size - rows) / 2, cols, rows, GL_RGB, GL_UNSIGNED_BYTE,
-                    dst);
-  }
 }
 
 void CGlTexture::DeleteFrameTexture() {
@@ -166,7 +176,11 @@ void CGlRenderer::MakeCurrent() { make_gl_current(hdc, hglrc); }
 
 void CGlRenderer::BeginDraw() {
   MakeCurrent();
-  load_target_into_surface(target);
+  if (targetBlack) {
+    clear_surface_black();
+  } else {
+    load_target_into_surface(target);
+  }
 }
 
 void CGlRenderer::BeginFrameRender() {
@@ -176,7 +190,28 @@ void CGlRenderer::BeginFrameRender() {
   glLoadIdentity();
 }
 
-void CGlRenderer::ResolveTarget() { read_surface_into_target(target); }
+void CGlRenderer::ResolveTarget() {
+  read_surface_into_target(target);
+  targetBlack = false;
+}
+
+void CGlRenderer::FillTargetBlack() {
+  if (!target.m_pInfo) return;
+  uint8_t* pixels = static_cast<uint8_t*>(target.LockBits());
+  if (pixels) std::memset(pixels, 0, static_cast<size_t>(target.GetPitch()) * dib_height(target));
+  target.UnlockBits();
+  targetBlack = true;
+}
+
+void CGlRenderer::ImageToTarget(CNewDib& frame) {
+  if (!target.m_pInfo || dib_width(frame) != dib_width(target) || dib_height(frame) != dib_height(target)) return;
+  uint8_t* pixels = static_cast<uint8_t*>(target.LockBits());
+  const void* source = frame.LockBits();
+  if (pixels && source) std::memcpy(pixels, source, static_cast<size_t>(target.GetPitch()) * dib_height(target));
+  frame.UnlockBits();
+  target.UnlockBits();
+  targetBlack = false;
+}
 
 int TextureSizeFor(int n) {
   if (n <= 64) return 64;
@@ -231,6 +266,24 @@ SceneGeometry SceneGeometryFor(const CNewDib& frame) {
   // Formed as two halves summed, in double, then used in single precision.
   g.by = static_cast<float>(((g.s - g.h) * 0.5 + (g.s - g.h) * 0.5) / g.s);
   g.bx = static_cast<float>(((g.s - g.w) * 0.5 + (g.s - g.w) * 0.5) / g.s);
+  if (g.large()) {
+    g.x0 = 1.0;
+    g.y0 = g.r;
+    g.zq = 1.0;
+    g.u0 = g.v0 = 0.0;
+    g.u1 = g.v1 = 1.0;
+  } else {
+    g.x0 = 1.0 - g.bx;
+    g.y0 = 1.0 - g.by;
+    g.zq = 1.0 - g.by;
+    // The window is the texels the upload wrote, at its integer offset, so an
+    // odd size never samples past the frame.
+    const double size = g.s, ox = (g.s - g.w) / 2, oy = (g.s - g.h) / 2;
+    g.u0 = ox / size;
+    g.u1 = (ox + g.w) / size;
+    g.v0 = oy / size;
+    g.v1 = (oy + g.h) / size;
+  }
   return g;
 }
 
