@@ -39,6 +39,29 @@ const GlEffect kShatter = {64, kAnyStyle, create<CShatterRenderer>, SetupPlain, 
 constexpr double kBubbleColours[6][3] = {
     {1, 1, 1}, {0.3, 0.5, 1.0}, {1.0, 0.3, 0.3}, {0.3, 1.0, 0.4}, {1.0, 0.95, 0.3}, {0.3, 1.0, 1.0}};
 
+struct Vec2 {
+  double x, y;
+};
+
+// Cuts a convex polygon to the picture [-x0, x0] x [-y0, y0], one edge at a time.
+void clip_to_frame(std::vector<Vec2>& polygon, double x0, double y0) {
+  const double limits[4][3] = {{1, 0, x0}, {-1, 0, x0}, {0, 1, y0}, {0, -1, y0}};  // n . q <= limit
+  for (const auto& l : limits) {
+    std::vector<Vec2> kept;
+    for (size_t i = 0; i < polygon.size(); ++i) {
+      const Vec2 u = polygon[i], v = polygon[(i + 1) % polygon.size()];
+      const double du = l[0] * u.x + l[1] * u.y - l[2], dv = l[0] * v.x + l[1] * v.y - l[2];
+      if (du <= 0) kept.push_back(u);
+      if ((du < 0 && dv > 0) || (du > 0 && dv < 0)) {
+        const double t = du / (du - dv);
+        kept.push_back({u.x + t * (v.x - u.x), u.y + t * (v.y - u.y)});
+      }
+    }
+    polygon.swap(kept);
+    if (polygon.empty()) return;
+  }
+}
+
 }  // namespace
 
 CBubblesRenderer::~CBubblesRenderer() { MakeCurrent(); }
@@ -79,17 +102,24 @@ void CBubblesRenderer::DrawBubbles(int style, CNewDib& dibA, CNewDib& dibB, doub
       glColor4d(1 - 0.3 * (1 - p) * (1 - colour[0]), 1 - 0.3 * (1 - p) * (1 - colour[1]),
                 1 - 0.3 * (1 - p) * (1 - colour[2]), 1);
     }
-    glBegin(GL_TRIANGLE_FAN);
-    TexCoord t = FrameTexCoordClamped(g, cx, cy);
-    glTexCoord2d(t.u, t.v);
-    glVertex3d(cx, cy, 0);
-    for (int k = 0; k <= 32; ++k) {
-      const double dx = std::cos(kTwoPi * k / 32) * radius, dy = std::sin(kTwoPi * k / 32) * radius;
-      t = FrameTexCoordClamped(g, cx + dx * magnify, cy + dy * magnify);
-      glTexCoord2d(t.u, t.v);
-      glVertex3d(cx + dx, cy + dy, 0);
+    // Each wedge of the fan is cut to the picture, so that every point of the
+    // disc samples `b` by the same affine rule (no wedge is bent by a clamped
+    // corner); a disc that has risen past the frame still clamps.
+    for (int k = 0; k < 32; ++k) {
+      std::vector<Vec2> wedge = {{cx, cy},
+                                 {cx + radius * std::cos(kTwoPi * k / 32), cy + radius * std::sin(kTwoPi * k / 32)},
+                                 {cx + radius * std::cos(kTwoPi * (k + 1) / 32),
+                                  cy + radius * std::sin(kTwoPi * (k + 1) / 32)}};
+      clip_to_frame(wedge, x0, y0);
+      if (wedge.size() < 3) continue;
+      glBegin(GL_POLYGON);
+      for (const Vec2& q : wedge) {
+        const TexCoord t = FrameTexCoordClamped(g, cx + (q.x - cx) * magnify, cy + (q.y - cy) * magnify);
+        glTexCoord2d(t.u, t.v);
+        glVertex3d(q.x, q.y, 0);
+      }
+      glEnd();
     }
-    glEnd();
     glDisable(GL_TEXTURE_2D);
     // The rim, fading out toward the end.
     glColor4d(colour[0], colour[1], colour[2], 0.6 * (1 - p));

@@ -33,6 +33,6 @@ int ZV_STDCALL ShatterTransition(Image* out, Image* a, Image* b, TransitionParam
 
 // The order in which Patch lands its 48 tiles: entry r is the tile (8 j + i)
 // of rank r.
-void patch_landing_order(int (&perm)[48]);
+ZV_API void patch_landing_order(int (&perm)[48]);
 
 }  // namespace zv

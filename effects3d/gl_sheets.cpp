@@ -74,7 +74,9 @@ void CFlagRenderer::DrawFlag(CNewDib& dibA, CNewDib&, double p) {
   BeginFrameSpace(g);
   constexpr int kStrips = 32;
   const double x0 = g.x0, y0 = g.y0;
-  const double amplitude = 0.12 * x0 * std::sin(times_pi(p));
+  const double wave = std::sin(times_pi(p));
+  const double amplitude = 0.12 * x0 * wave;
+  const double base = 1.0 - 0.15 * wave;
   const double drift = 2.2 * x0 * p * p;
   double xr[kStrips + 1], z[kStrips + 1];
   for (int k = 0; k <= kStrips; ++k) {
@@ -87,8 +89,9 @@ void CFlagRenderer::DrawFlag(CNewDib& dibA, CNewDib&, double p) {
   for (int k = 0; k < kStrips; ++k) centres[k] = (xr[k] + xr[k + 1]) / 2 + drift;
   texture.UploadDibToTexture(dibA);
   for (int k : outermost_first(centres)) {
-    // Lit where the cloth faces left, shaded where it faces right.
-    const double c = std::clamp(0.85 - 0.6 * (z[k + 1] - z[k]) / (xr[k + 1] - xr[k]), 0.5, 1.0);
+    // Lit where the cloth faces left, shaded where it faces right; the base
+    // shade follows the wave's strength, so the flag at rest is `a` unshaded.
+    const double c = std::clamp(base - 0.6 * (z[k + 1] - z[k]) / (xr[k + 1] - xr[k]), 0.5, 1.0);
     glColor4d(c, c, c, 1);
     glBegin(GL_QUADS);
     FrameVertex(g, xr[k], -y0, xr[k] + drift, -y0, z[k]);
@@ -122,7 +125,9 @@ void CFoldRenderer::DrawFold(int style, CNewDib& dibA, CNewDib& dibB, double p) 
   for (int k = 0; k < kPanels; ++k) centres[k] = (x[k] + x[k + 1]) / 2;
   texture.UploadDibToTexture(style == 0 ? dibA : dibB);
   for (int k : outermost_first(centres)) {
-    const double c = (k % 2) ? 0.7 : 1.0;
+    // Panels turned away from the light darken as they fold (0.7 when
+    // closed), so the flat picture at rest is unshaded.
+    const double c = (k % 2) ? 1.0 - 0.3 * std::sin(angle) : 1.0;
     glColor4d(c, c, c, 1);
     glBegin(GL_QUADS);
     FrameVertex(g, -x0 + k * w, -y0, x[k], -y0, z[k]);

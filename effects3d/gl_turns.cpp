@@ -117,7 +117,7 @@ void CWindowGridRenderer::DrawWindowGrid(CNewDib& dibA, CNewDib& dibB, double p)
   BeginDraw();
   const SceneGeometry g = SceneGeometryFor(dibA);
   BeginFrameSpace(g);
-  const double x0 = g.x0, y0 = g.y0, hw = x0 / 8;
+  const double x0 = g.x0, y0 = g.y0, hw = x0 / 8, d0 = g.d0();
   struct Pane {
     double xa, xb, ya, yb, xc, l, depth;
     int index;
@@ -135,7 +135,12 @@ void CWindowGridRenderer::DrawWindowGrid(CNewDib& dibA, CNewDib& dibB, double p)
       pane.l = std::clamp((p - delay) / 0.5, 0.0, 1.0);
       pane.depth = -hw * std::fabs(std::sin(times_pi(pane.l)));
       pane.index = 8 * j + i;
-      (std::cos(times_pi(pane.l)) >= 0 ? fronts : backs).push_back(pane);
+      // The side turned toward the camera, seen from the pane's centre: off
+      // the view's axis a pane shows its front past a quarter turn (or its
+      // back before one) in perspective, and culling removes the other side.
+      const double phi = times_pi(pane.l);
+      const bool front = std::sin(phi) * -pane.xc + std::cos(phi) * (d0 - pane.depth) >= 0;
+      (front ? fronts : backs).push_back(pane);
     }
   }
   // Farthest first: a turning pane overhangs its cell, so a nearer edge must

@@ -11,8 +11,11 @@ TexCoord FrameTexCoord(const SceneGeometry& g, double x, double y) {
 }
 
 TexCoord FrameTexCoordClamped(const SceneGeometry& g, double x, double y) {
+  // To the centres of the border texels: the window's own edges would sample
+  // the texels just outside the frame.
   const TexCoord t = FrameTexCoord(g, x, y);
-  return {std::clamp(t.u, g.u0, g.u1), std::clamp(t.v, g.v0, g.v1)};
+  const double half_u = g.large() ? 0.5 / g.w : 0.5 / g.s, half_v = g.large() ? 0.5 / g.h : 0.5 / g.s;
+  return {std::clamp(t.u, g.u0 + half_u, g.u1 - half_u), std::clamp(t.v, g.v0 + half_v, g.v1 - half_v)};
 }
 
 void FrameVertex(const SceneGeometry& g, double tx, double ty, double x, double y, double z) {
