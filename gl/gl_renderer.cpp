@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <thread>
 #include <vector>
 
 #include "gl/gl_api.h"
@@ -45,9 +46,46 @@ void copy_top_left(const Image* from, Image* to) {
   }
 }
 
+// One part of a transfer between a frame and a bottom-up bitmap: a header of
+// its own height, its first bitmap row and the frame's planes at its first row.
+struct TransferPart {
+  BITMAPINFOHEADER header;
+  uint8_t* pixels;
+  uint8_t *y, *u, *v;
+};
+
+// Frames this large are transferred in two halves at once (the upper half on a
+// helper thread), each half with the same arithmetic as the whole.
+constexpr long kSplitPixels = 1L << 17;
+
+template <typename Transfer>
+void transfer_in_halves(const BITMAPINFOHEADER* header, uint8_t* pixels, const Image* image, Transfer transfer) {
+  const int w = image->width, h = header->biHeight;
+  TransferPart whole = {*header, pixels, image->get_Y(), image->get_U(), image->get_V()};
+  if (static_cast<long>(header->biWidth) * h < kSplitPixels) {
+    transfer(whole);
+    return;
+  }
+  // Image rows [0, top) are the bitmap's last `top` rows; rows [top, h) its first.
+  const int top = (h / 2) & ~1;
+  const long pitch = dib_row_bytes(header->biWidth);
+  TransferPart upper = whole, lower = whole;
+  upper.header.biHeight = top;
+  upper.pixels = pixels + static_cast<long>(h - top) * pitch;
+  lower.header.biHeight = h - top;
+  lower.y += static_cast<long>(top) * w;
+  lower.u += static_cast<long>(top / 2) * (w / 2);
+  lower.v += static_cast<long>(top / 2) * (w / 2);
+  std::thread helper([&] { transfer(upper); });
+  transfer(lower);
+  helper.join();
+}
+
 void convert_image(const Image* image, const BITMAPINFOHEADER* header, uint8_t* pixels) {
-  Yuv420_2_rgb24(header, pixels, image->get_Y(), image->get_U(), image->get_V(), image->width, image->width / 2,
-                 image->width / 2);
+  transfer_in_halves(header, pixels, image, [image](const TransferPart& part) {
+    Yuv420_2_rgb24(&part.header, part.pixels, part.y, part.u, part.v, image->width, image->width / 2,
+                   image->width / 2);
+  });
 }
 
 }  // namespace
@@ -303,8 +341,10 @@ void ImageToDib(const Image* image, CNewDib& dib, int width, int height) {
 
 void DibToImage(CNewDib& dib, Image* image) {
   if (!image_covers(image, dib_width(dib), dib_height(dib))) return;
-  Rgb24_2_yuv420(image->get_Y(), image->get_U(), image->get_V(), image->width, image->width / 2, image->width / 2,
-                 dib.m_pInfo, static_cast<const uint8_t*>(dib.m_hBits));
+  transfer_in_halves(dib.m_pInfo, static_cast<uint8_t*>(dib.m_hBits), image, [image](const TransferPart& part) {
+    Rgb24_2_yuv420(part.y, part.u, part.v, image->width, image->width / 2, image->width / 2, &part.header,
+                   part.pixels);
+  });
 }
 
 }  // namespace zv
