@@ -1,11 +1,10 @@
 #include "effects3d/cube.h"
 
 #include <algorithm>
-#include <cstddef>
-#include <cstring>
 
 #include "gl/gl_api.h"
 #include "gl/gl_cache.h"
+#include "gl/gl_scene.h"
 
 namespace zv {
 namespace {
@@ -18,30 +17,16 @@ struct FaceValues {
   float xs, zs, hh, q, zf, bx;
 };
 
-void setup_cube(CGlRenderer& renderer) {
-  renderer.BeginFrameRender();
-  glEnable(GL_CULL_FACE);
-}
-
 void draw_cube(CGlRenderer& renderer, FrameDibSet& dibs, double p, int) {
   static_cast<CCubeRenderer&>(renderer).DrawCube(dibs.dibA, dibs.dibB, p);
 }
 
-// The next frame starts on black: the first 3 * W bytes of every row.
-void blacken_target(CGlRenderer& renderer) {
-  CNewDib& target = renderer.target;
-  if (!target.m_pInfo) return;
-  uint8_t* pixels = static_cast<uint8_t*>(target.LockBits());
-  const int pitch = target.GetPitch();
-  for (int row = 0; row < target.m_pInfo->biHeight; ++row) {
-    std::memset(pixels + static_cast<ptrdiff_t>(row) * pitch, 0, static_cast<size_t>(target.m_pInfo->biWidth) * 3);
-  }
-  target.UnlockBits();
-}
+// The next frame starts on black.
+void blacken_target(CGlRenderer& renderer) { renderer.FillTargetBlack(); }
 
 CGlRenderer* create_cube() { return new CCubeRenderer(); }
 
-const GlEffect kCubeEffect = {kCubeId, create_cube, setup_cube, nullptr, draw_cube, blacken_target};
+const GlEffect kCubeEffect = {kCubeId, kAnyStyle, create_cube, SetupCulled, nullptr, draw_cube, blacken_target};
 
 }  // namespace
 

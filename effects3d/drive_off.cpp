@@ -2,6 +2,7 @@
 
 #include "gl/gl_api.h"
 #include "gl/gl_cache.h"
+#include "gl/gl_scene.h"
 
 namespace zv {
 namespace {
@@ -13,19 +14,15 @@ void setup_drive_off(CGlRenderer& renderer) {
   glHint(GL_PERSPECTIVE_CORRECTION_HINT, GL_NICEST);
 }
 
-// Everything the picture does not cover shows `b`.
-void draw_b_behind(CGlRenderer& renderer, Image* b) {
-  ImageToDib(b, renderer.target, renderer.target.m_pInfo->biWidth, renderer.target.m_pInfo->biHeight);
-}
-
 void draw_drive_off(CGlRenderer& renderer, FrameDibSet& dibs, double p, int style) {
   static_cast<CDriveOffRenderer&>(renderer).DrawDriveOff(style, dibs.dibA, dibs.dibB, p);
 }
 
 CGlRenderer* create_drive_off() { return new CDriveOffRenderer(); }
 
-const GlEffect kDriveOffEffect = {kDriveOffId, create_drive_off, setup_drive_off, draw_b_behind, draw_drive_off,
-                                  nullptr};
+// Everything the picture does not cover shows `b`.
+const GlEffect kDriveOffEffect = {kDriveOffId, kAnyStyle,    create_drive_off, setup_drive_off,
+                                  BackgroundB, draw_drive_off, nullptr};
 
 }  // namespace
 

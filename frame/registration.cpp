@@ -13,6 +13,10 @@
 #include "effects3d/cube.h"
 #include "effects3d/door.h"
 #include "effects3d/drive_off.h"
+#include "effects3d/gl_pieces.h"
+#include "effects3d/gl_recede.h"
+#include "effects3d/gl_sheets.h"
+#include "effects3d/gl_turns.h"
 #include "frame/platform_module.h"
 #include "frame/zv_transition.h"
 #include "host/transition_registry.h"
@@ -82,29 +86,29 @@ const TransitionOp kEntries[kTransitionCount] = {
     gradient_wipe,               // 39 Gradient Wipe
     stretch_in,                  // 40 Stretch In
     mesh_transition,             // 41 Mesh
-    not_implemented_transition,  // 42 3D Rotary Cube
-    not_implemented_transition,  // 43 3D Flag
+    RotaryCubeTransition,        // 42 3D Rotary Cube
+    FlagTransition,              // 43 3D Flag
     user_defined_zoom,           // 44 User-Defined Zoom
-    not_implemented_transition,  // 45 Cross Zoom
+    CrossZoomTransition,         // 45 Cross Zoom
     zoom_box,                    // 46 Zoom Box
-    not_implemented_transition,  // 47 3D Projection
-    not_implemented_transition,  // 48 3D Fold
+    ProjectionTransition,        // 47 3D Projection
+    FoldTransition,              // 48 3D Fold
     DriveOffTransition,          // 49 3D Drive Off
-    not_implemented_transition,  // 50 3D Z-Stretch
-    not_implemented_transition,  // 51 3D Window Grid
-    not_implemented_transition,  // 52 3D Folding Box
+    ZStretchTransition,          // 50 3D Z-Stretch
+    WindowGridTransition,        // 51 3D Window Grid
+    FoldingBoxTransition,        // 52 3D Folding Box
     x_ray,                       // 53 X Ray
     not_implemented_transition,  // 54 Gauze
-    not_implemented_transition,  // 55 Image Spiral
+    ImageSpiralTransition,       // 55 Image Spiral
     not_implemented_transition,  // 56 Edge Feather
     CubeTransition,              // 57 3D Cube
-    not_implemented_transition,  // 58 3D Flip
+    FlipTransition,              // 58 3D Flip
     DoorTransition,              // 59 3D Door
-    not_implemented_transition,  // 60 3D Bubbles
-    not_implemented_transition,  // 61 3D Distort
-    not_implemented_transition,  // 62 Patch
+    BubblesTransition,           // 60 3D Bubbles
+    DistortTransition,           // 61 3D Distort
+    PatchTransition,             // 62 Patch
     not_implemented_transition,  // 63 Wind
-    not_implemented_transition,  // 64 3D Shatter
+    ShatterTransition,           // 64 3D Shatter
     not_implemented_transition,  // 65 Lens
     blend_transition,            // 66 Blend
 };

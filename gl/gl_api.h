@@ -6,3 +6,7 @@
 #endif
 #include <GL/gl.h>
 #include <GL/glu.h>
+
+#ifndef GL_BGR
+#define GL_BGR 0x80E0  // GL_BGR_EXT where the headers stop at OpenGL 1.1
+#endif

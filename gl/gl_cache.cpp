@@ -141,7 +141,11 @@ void FreeRenderersOfThread(uint32_t thread_id) {
 int run_gl_transition(const GlEffect& effect, Image* out, Image* a, Image* b, TransitionParams* params) {
   const int result = transition_prologue(out, a, b, params);
   if (result != kProceed) return result;
-  const double p = clamp_progress(transition_progress(params));
+  // A NaN progress shows `a` at rest rather than feeding NaN angles to OpenGL.
+  const double p = clamp_progress_nan_safe(transition_progress(params));
+  if (static_cast<uint32_t>(params->style) > effect.last_style) {
+    return kTransitionDone;
+  }
   const int width = out->width, height = out->height;
   // An empty frame has nothing to draw, and its renderer (an empty target)
   // would never match its own key again.
@@ -161,7 +165,7 @@ int run_gl_transition(const GlEffect& effect, Image* out, Image* a, Image* b, Tr
   LockRendererList();
   ImageToDib(a, dibs->dibA, dibs->width, dibs->height);
   ImageToDib(b, dibs->dibB, dibs->width, dibs->height);
-  if (effect.background) effect.background(*renderer, b);
+  if (effect.background) effect.background(*renderer, *dibs, params->style);
   effect.draw(*renderer, *dibs, p, params->style);
   renderer->ResolveTarget();
   DibToImage(renderer->target, out);

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 
+#include "frame/entry.h"
 #include "frame/transition_op.h"
 #include "gl/gl_renderer.h"
 
@@ -41,10 +42,14 @@ void FreeRenderersOfThread(uint32_t thread_id);
 // What makes one OpenGL transition: its renderer and the steps that differ.
 struct GlEffect {
   int id;
+  // Styles past this one (tested unsigned) return 0 before any lock is taken
+  // or renderer made; kAnyStyle: no test.
+  uint32_t last_style;
   CGlRenderer* (*create)();
   void (*setup)(CGlRenderer& renderer);  // once, after the renderer's own set-up
-  // Before drawing: what the target holds when the scene is drawn over it. May be null.
-  void (*background)(CGlRenderer& renderer, Image* b);
+  // Before drawing: what the target holds when the scene is drawn over it,
+  // given `a` and `b` as converted into the set's bitmaps. May be null.
+  void (*background)(CGlRenderer& renderer, FrameDibSet& dibs, int style);
   void (*draw)(CGlRenderer& renderer, FrameDibSet& dibs, double p, int style);
   // After the target was read into `out`. May be null.
   void (*after)(CGlRenderer& renderer);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <thread>
 #include <vector>
 
 #include "gl/gl_api.h"
@@ -46,9 +47,46 @@ void copy_top_left(const Image* from, Image* to) {
   }
 }
 
+// One part of a transfer between a frame and a bottom-up bitmap: a header of
+// its own height, its first bitmap row and the frame's planes at its first row.
+struct TransferPart {
+  BITMAPINFOHEADER header;
+  uint8_t* pixels;
+  uint8_t *y, *u, *v;
+};
+
+// Frames this large are transferred in two halves at once (the upper half on a
+// helper thread), each half with the same arithmetic as the whole.
+constexpr long kSplitPixels = 1L << 17;
+
+template <typename Transfer>
+void transfer_in_halves(const BITMAPINFOHEADER* header, uint8_t* pixels, const Image* image, Transfer transfer) {
+  const int w = image->width, h = header->biHeight;
+  TransferPart whole = {*header, pixels, image->get_Y(), image->get_U(), image->get_V()};
+  if (static_cast<long>(header->biWidth) * h < kSplitPixels) {
+    transfer(whole);
+    return;
+  }
+  // Image rows [0, top) are the bitmap's last `top` rows; rows [top, h) its first.
+  const int top = (h / 2) & ~1;
+  const long pitch = dib_row_bytes(header->biWidth);
+  TransferPart upper = whole, lower = whole;
+  upper.header.biHeight = top;
+  upper.pixels = pixels + static_cast<long>(h - top) * pitch;
+  lower.header.biHeight = h - top;
+  lower.y += static_cast<long>(top) * w;
+  lower.u += static_cast<long>(top / 2) * (w / 2);
+  lower.v += static_cast<long>(top / 2) * (w / 2);
+  std::thread helper([&] { transfer(upper); });
+  transfer(lower);
+  helper.join();
+}
+
 void convert_image(const Image* image, const BITMAPINFOHEADER* header, uint8_t* pixels) {
-  Yuv420_2_rgb24(header, pixels, image->get_Y(), image->get_U(), image->get_V(), image->width, image->width / 2,
-                 image->width / 2);
+  transfer_in_halves(header, pixels, image, [image](const TransferPart& part) {
+    Yuv420_2_rgb24(&part.header, part.pixels, part.y, part.u, part.v, image->width, image->width / 2,
+                   image->width / 2);
+  });
 }
 
 }  // namespace
@@ -80,12 +118,29 @@ void CGlTexture::CreateFrameTexture(int width, int height, int) {
 }
 
 void CGlTexture::UploadDibToTexture(CNewDib& frame) {
-  const uint8_t* src = static_cast<const uint8_t*>(frame.LockBits());
-  uint8_t* dst = static_cast<uint8_t*>(staging.LockBits());
   const int w = dib_width(frame), h = dib_height(frame), pitch = frame.GetPitch();
   // Only as much as the staging copy holds (it is made at the frame size).
   const int rows = std::min(h, dib_height(staging)), cols = std::min(w, dib_width(staging));
-  if (src && dst) {
+  const uint8_t* src = static_cast<const uint8_t*>(frame.LockBits());
+  if (rows <= 0 || cols <= 0 || !src) {
+    frame.UnlockBits();
+    return;
+  }
+  if (size <= 1024) {
+    // Centred, straight from the bitmap: OpenGL reads its B, G, R order and
+    // rows padded to 4 bytes (the default unpack alignment) as they are,
+    // which gives the same texels as an RGB copy.
+    glPixelStorei(GL_UNPACK_ROW_LENGTH, cols == w ? 0 : w);
+    glTexSubImage2D(GL_TEXTURE_2D, 0, (size - cols) / 2, (size - rows) / 2, cols, rows, GL_BGR, GL_UNSIGNED_BYTE,
+                    src);
+    glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
+    frame.UnlockBits();
+    return;
+  }
+  // The largest texture takes the frame rescaled to fill it, through the RGB
+  // staging copy (rows keep the bitmap's pitch and bottom-up order).
+  uint8_t* dst = static_cast<uint8_t*>(staging.LockBits());
+  if (dst) {
     for (int row = 0; row < rows; ++row) {
       const uint8_t* s = src + static_cast<ptrdiff_t>(row) * pitch;
       uint8_t* d = dst + static_cast<ptrdiff_t>(row) * pitch;
@@ -95,17 +150,10 @@ void CGlTexture::UploadDibToTexture(CNewDib& frame) {
         d[2] = s[0];
       }
     }
+    gluBuild2DMipmaps(GL_TEXTURE_2D, 3, cols, rows, GL_RGB, GL_UNSIGNED_BYTE, dst);
   }
   staging.UnlockBits();
   frame.UnlockBits();
-  if (rows <= 0 || cols <= 0) return;
-  if (size > 1024) {
-    // The largest texture takes the frame rescaled to fill it.
-    gluBuild2DMipmaps(GL_TEXTURE_2D, 3, cols, rows, GL_RGB, GL_UNSIGNED_BYTE, dst);
-  } else {
-    glTexSubImage2D(GL_TEXTURE_2D, 0, (size - cols) / 2, (size - rows) / 2, cols, rows, GL_RGB, GL_UNSIGNED_BYTE,
-                    dst);
-  }
 }
 
 void CGlTexture::DeleteFrameTexture() {
@@ -167,7 +215,11 @@ void CGlRenderer::MakeCurrent() { make_gl_current(hdc, hglrc); }
 
 void CGlRenderer::BeginDraw() {
   MakeCurrent();
-  load_target_into_surface(target);
+  if (targetBlack) {
+    clear_surface_black();
+  } else {
+    load_target_into_surface(target);
+  }
 }
 
 void CGlRenderer::BeginFrameRender() {
@@ -177,7 +229,28 @@ void CGlRenderer::BeginFrameRender() {
   glLoadIdentity();
 }
 
-void CGlRenderer::ResolveTarget() { read_surface_into_target(target); }
+void CGlRenderer::ResolveTarget() {
+  read_surface_into_target(target);
+  targetBlack = false;
+}
+
+void CGlRenderer::FillTargetBlack() {
+  if (!target.m_pInfo) return;
+  uint8_t* pixels = static_cast<uint8_t*>(target.LockBits());
+  if (pixels) std::memset(pixels, 0, static_cast<size_t>(target.GetPitch()) * dib_height(target));
+  target.UnlockBits();
+  targetBlack = true;
+}
+
+void CGlRenderer::ImageToTarget(CNewDib& frame) {
+  if (!target.m_pInfo || dib_width(frame) != dib_width(target) || dib_height(frame) != dib_height(target)) return;
+  uint8_t* pixels = static_cast<uint8_t*>(target.LockBits());
+  const void* source = frame.LockBits();
+  if (pixels && source) std::memcpy(pixels, source, static_cast<size_t>(target.GetPitch()) * dib_height(target));
+  frame.UnlockBits();
+  target.UnlockBits();
+  targetBlack = false;
+}
 
 int TextureSizeFor(int n) {
   if (n <= 64) return 64;
@@ -232,6 +305,24 @@ SceneGeometry SceneGeometryFor(const CNewDib& frame) {
   // Formed as two halves summed, in double, then used in single precision.
   g.by = static_cast<float>(((g.s - g.h) * 0.5 + (g.s - g.h) * 0.5) / g.s);
   g.bx = static_cast<float>(((g.s - g.w) * 0.5 + (g.s - g.w) * 0.5) / g.s);
+  if (g.large()) {
+    g.x0 = 1.0;
+    g.y0 = g.r;
+    g.zq = 1.0;
+    g.u0 = g.v0 = 0.0;
+    g.u1 = g.v1 = 1.0;
+  } else {
+    g.x0 = 1.0 - g.bx;
+    g.y0 = 1.0 - g.by;
+    g.zq = 1.0 - g.by;
+    // The window is the texels the upload wrote, at its integer offset, so an
+    // odd size never samples past the frame.
+    const double size = g.s, ox = (g.s - g.w) / 2, oy = (g.s - g.h) / 2;
+    g.u0 = ox / size;
+    g.u1 = (ox + g.w) / size;
+    g.v0 = oy / size;
+    g.v1 = (oy + g.h) / size;
+  }
   return g;
 }
 
@@ -251,8 +342,10 @@ void ImageToDib(const Image* image, CNewDib& dib, int width, int height) {
 
 void DibToImage(CNewDib& dib, Image* image) {
   if (!image_covers(image, dib_width(dib), dib_height(dib))) return;
-  Rgb24_2_yuv420(image->get_Y(), image->get_U(), image->get_V(), image->width, image->width / 2, image->width / 2,
-                 dib.m_pInfo, static_cast<const uint8_t*>(dib.m_hBits));
+  transfer_in_halves(dib.m_pInfo, static_cast<uint8_t*>(dib.m_hBits), image, [image](const TransferPart& part) {
+    Rgb24_2_yuv420(part.y, part.u, part.v, image->width, image->width / 2, image->width / 2, &part.header,
+                   part.pixels);
+  });
 }
 
 }  // namespace zv

@@ -51,6 +51,12 @@ class ZV_API CGlRenderer {
   void BeginDraw();
   // Brings the drawn frame into `target` (where it is not drawn there directly).
   void ResolveTarget();
+  // Sets every byte of the target's rows to 0 (RGB black, video black once
+  // converted); the next drawing starts on black.
+  void FillTargetBlack();
+  // A converted frame bitmap of the target's size copied into the target: the
+  // next drawing starts on that picture.
+  void ImageToTarget(CNewDib& frame);
 
   int initialised;
   void* hdc;
@@ -60,6 +66,9 @@ class ZV_API CGlRenderer {
   CGlTexture texture;
   int effectId;
   uint32_t threadId;
+  // The target is known to hold only black, so a drawing surface apart from
+  // it is cleared rather than loaded from it.
+  bool targetBlack = false;
 };
 
 // Side of the square texture for a frame whose larger side is n: never past 2048.
@@ -71,11 +80,18 @@ ZV_API double CameraDistanceFor(int s, int w, int h);
 // What the effects derive from a frame bitmap of w x h: the texture side s,
 // the camera distance d, r = h / w, and the fractions of the texture the
 // centred frame leaves uncovered vertically (by) and horizontally (bx).
+// The frame space of the newer effects: the picture at rest covers
+// [-x0, x0] x [-y0, y0] of the plane z = 0 once the model view is moved by
+// d + zq, and its texels lie in the window [u0, u1] x [v0, v1] of the texture.
 struct SceneGeometry {
   int w, h, s;
   double d;
   float r, by, bx;
+  double x0, y0, zq;
+  double u0, u1, v0, v1;
   bool large() const { return s > 1024; }  // the frame fills the texture, rescaled
+  // The camera's distance in front of the frame plane.
+  double d0() const { return -(d + zq); }
 };
 SceneGeometry SceneGeometryFor(const CNewDib& frame);
 

@@ -30,6 +30,9 @@ void delete_gl_context(void* context);
 // Drawing starts on the colour the target bitmap holds, and the rendered frame
 // ends in it. Both are no-ops where the bitmap is the surface itself.
 void load_target_into_surface(CNewDib& target);
+// Drawing starts on black: the target holds only black already (no-op where
+// the bitmap is the surface itself).
+void clear_surface_black();
 void read_surface_into_target(CNewDib& target);
 
 }  // namespace zv

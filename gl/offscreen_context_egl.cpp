@@ -124,6 +124,14 @@ void load_target_into_surface(CNewDib& target) {
   glPopAttrib();
 }
 
+void clear_surface_black() {
+  if (!eglGetCurrentContext()) return;
+  // The colour buffer only, and only here, where the surface stands in for a
+  // black bitmap; the depth buffer is never cleared.
+  glClearColor(0, 0, 0, 0);
+  glClear(GL_COLOR_BUFFER_BIT);
+}
+
 void read_surface_into_target(CNewDib& target) {
   if (!target.m_pInfo || target.m_pInfo->biWidth <= 0 || target.m_pInfo->biHeight <= 0) return;
   if (!eglGetCurrentContext()) return;

@@ -43,6 +43,7 @@ void delete_gl_context(void* context) {
 
 // The selected bitmap is the colour buffer itself.
 void load_target_into_surface(CNewDib&) {}
+void clear_surface_black() {}
 void read_surface_into_target(CNewDib&) { GdiFlush(); }
 
 }  // namespace zv

@@ -3,14 +3,17 @@
 // output within one level.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <string>
 
+#include "effects3d/gl_pieces.h"
 #include "frame/registration.h"
 #include "gl/gl_cache.h"
+#include "gl/gl_renderer.h"
 #include "imaging/yuv_rgb.h"
 #include "tests/test_support.h"
 
@@ -126,13 +129,14 @@ ImagePtr smooth_frame(int width, int height, int phase) {
 
 std::string golden_path(const std::string& name) { return std::string(ZV_TEST_DATA_DIR "/") + name; }
 
-void check_golden(int id, const std::string& name) {
+void check_golden(int id, const std::string& name, std::initializer_list<double> positions = {0.0, 0.3, 0.6, 0.85, 0.97},
+                  int style = 0, int tolerance = 1) {
   const int w = 64, h = 48;
   ImagePtr a = smooth_frame(w, h, 0), b = smooth_frame(w, h, 30);
   ImagePtr out = zvtest::solid_frame(w, h, 0, 0, 0);
   std::vector<uint8_t> frames;
-  for (double p : {0.0, 0.3, 0.6, 0.85, 0.97}) {
-    TransitionParams params = zvtest::make_params(0, p);
+  for (double p : positions) {
+    TransitionParams params = zvtest::make_params(style, p);
     ASSERT_EQ(zv::transition_entry(id)(out.get(), a.get(), b.get(), &params), 0);
     std::vector<uint8_t> bytes = zvtest::frame_bytes(*out);
     frames.insert(frames.end(), bytes.begin(), bytes.end());
@@ -146,11 +150,207 @@ void check_golden(int id, const std::string& name) {
   std::vector<uint8_t> golden((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
   ASSERT_EQ(golden.size(), frames.size()) << path;
   int off = 0;
-  for (size_t i = 0; i < frames.size(); ++i) off += std::abs(frames[i] - golden[i]) > 1;
-  EXPECT_EQ(off, 0) << "samples more than one level from " << path;
+  for (size_t i = 0; i < frames.size(); ++i) off += std::abs(frames[i] - golden[i]) > tolerance;
+  EXPECT_EQ(off, 0) << "samples more than " << tolerance << " level(s) from " << path;
 }
 
 TEST(GlGolden, Cube) { check_golden(kCube, "cube_64x48.yuv"); }
 TEST(GlGolden, DriveOff) { check_golden(kDriveOff, "drive_off_64x48.yuv"); }
+
+// The designed OpenGL effects, one row each: id, style count (0: none read)
+// and the two progress values of its golden frames.
+struct DesignedGl {
+  int id;
+  int styles;
+  double golden[2];
+  const char* name;
+};
+const DesignedGl kDesignedGl[] = {
+    {42, 0, {0.3, 0.6}, "rotary_cube"},  {43, 0, {0.3, 0.6}, "flag"},         {45, 0, {0.3, 0.6}, "cross_zoom"},
+    {47, 3, {0.15, 0.3}, "projection"},  {48, 2, {0.3, 0.6}, "fold"},         {50, 0, {0.15, 0.3}, "z_stretch"},
+    {51, 0, {0.3, 0.6}, "window_grid"},  {52, 0, {0.2, 0.45}, "folding_box"}, {55, 0, {0.15, 0.3}, "image_spiral"},
+    {58, 4, {0.3, 0.7}, "flip"},         {60, 6, {0.4, 0.8}, "bubbles"},      {61, 0, {0.3, 0.6}, "distort"},
+    {62, 0, {0.3, 0.6}, "patch"},        {64, 0, {0.1, 0.2}, "shatter"},
+};
+
+void PrintTo(const DesignedGl& e, std::ostream* os) { *os << e.name << " (" << e.id << ")"; }
+
+class DesignedGlTest : public ::testing::TestWithParam<DesignedGl> {};
+
+// A gentle picture (at most a few levels a sample, never wrapping), so that
+// the slight overfill of a frame at rest moves no sample by more than a few levels.
+ImagePtr gentle_frame(int width, int height, int phase) {
+  ImagePtr image = zvtest::solid_frame(width, height, 0, 0, 0);
+  for (int y = 0; y < height; ++y) {
+    for (int x = 0; x < width; ++x) {
+      image->get_Y()[y * width + x] = static_cast<uint8_t>(40 + phase + x * 120 / width + y * 40 / height);
+    }
+  }
+  const int cw = width / 2, ch = height / 2;
+  for (int y = 0; y < ch; ++y) {
+    for (int x = 0; x < cw; ++x) {
+      image->get_U()[y * cw + x] = static_cast<uint8_t>(90 + phase + x * 60 / cw);
+      image->get_V()[y * cw + x] = static_cast<uint8_t>(170 - phase - y * 40 / ch);
+    }
+  }
+  return image;
+}
+
+// What a frame becomes after the trip through a 24-bit bitmap and back.
+ImagePtr round_trip(const Image& image) {
+  CNewDib dib;
+  zv::ImageToDib(&image, dib, image.width, image.height);
+  ImagePtr back = zvtest::solid_frame(image.width, image.height, 0, 0, 0);
+  zv::DibToImage(dib, back.get());
+  return back;
+}
+
+// The largest difference over the even part of the picture (what the conversion writes).
+int max_difference(const Image& x, const Image& y) {
+  int worst = 0;
+  for (int plane = 0; plane < 3; ++plane) {
+    const int w = plane ? x.width / 2 : x.width & ~1, h = plane ? x.height / 2 : x.height & ~1;
+    for (int row = 0; row < h; ++row) {
+      for (int col = 0; col < w; ++col) {
+        worst = std::max(worst, std::abs(zvtest::sample(x, plane, col, row) - zvtest::sample(y, plane, col, row)));
+      }
+    }
+  }
+  return worst;
+}
+
+TEST_P(DesignedGlTest, EndsShowAAndBAtRestAndNaNShowsA) {
+  const DesignedGl& e = GetParam();
+  // Sizes whose camera distance puts the frame at rest just filling the view.
+  for (auto [w, h] : {std::make_pair(64, 48), std::make_pair(352, 288)}) {
+    ImagePtr a = gentle_frame(w, h, 0), b = gentle_frame(w, h, 40);
+    ImagePtr ra = round_trip(*a), rb = round_trip(*b);
+    ImagePtr out = zvtest::solid_frame(w, h, 0, 0, 0);
+    for (int style = 0; style < std::max(e.styles, 1); ++style) {
+      for (double p : {0.0, 1.0, std::nan("")}) {
+        TransitionParams params = zvtest::make_params(style, p);
+        ASSERT_EQ(zv::transition_entry(e.id)(out.get(), a.get(), b.get(), &params), 0);
+        EXPECT_LE(max_difference(*out, p == 1.0 ? *rb : *ra), 4) << w << "x" << h << " style " << style << " p " << p;
+      }
+    }
+    ZvFreeOpenGLObj();
+  }
+}
+
+TEST_P(DesignedGlTest, TwoIdenticalCallsGiveIdenticalBytes) {
+  const DesignedGl& e = GetParam();
+  ImagePtr a = smooth_frame(90, 60, 0), b = smooth_frame(90, 60, 30);
+  ImagePtr first = zvtest::solid_frame(90, 60, 0, 0, 0), second = zvtest::solid_frame(90, 60, 9, 9, 9);
+  TransitionParams params = zvtest::make_params(e.styles > 1 ? 1 : 0, 0.45);
+  ASSERT_EQ(zv::transition_entry(e.id)(first.get(), a.get(), b.get(), &params), 0);
+  ASSERT_EQ(zv::transition_entry(e.id)(second.get(), a.get(), b.get(), &params), 0);
+  ZvFreeOpenGLObj();
+  EXPECT_EQ(zvtest::frame_bytes(*first), zvtest::frame_bytes(*second));
+}
+
+TEST_P(DesignedGlTest, StylesPastTheCountLeaveOutUntouchedAndMakeNoRenderer) {
+  const DesignedGl& e = GetParam();
+  if (e.styles == 0) {
+    // No styles: the style is never read.
+    ImagePtr a = smooth_frame(64, 48, 0), b = smooth_frame(64, 48, 30);
+    ImagePtr plain = zvtest::solid_frame(64, 48, 0, 0, 0), styled = zvtest::solid_frame(64, 48, 0, 0, 0);
+    TransitionParams params = zvtest::make_params(0, 0.45);
+    ASSERT_EQ(zv::transition_entry(e.id)(plain.get(), a.get(), b.get(), &params), 0);
+    params.style = 8;
+    ASSERT_EQ(zv::transition_entry(e.id)(styled.get(), a.get(), b.get(), &params), 0);
+    ZvFreeOpenGLObj();
+    EXPECT_EQ(zvtest::frame_bytes(*plain), zvtest::frame_bytes(*styled));
+    return;
+  }
+  const int renderers = zv::gl_renderer_count();
+  ImagePtr a = zvtest::random_frame(64, 48, 1), b = zvtest::random_frame(64, 48, 2);
+  ImagePtr out = zvtest::random_frame(64, 48, 3);
+  const std::vector<uint8_t> before = zvtest::frame_bytes(*out);
+  for (int style : {e.styles, 8, -1}) {
+    TransitionParams params = zvtest::make_params(style, 0.5);
+    EXPECT_EQ(zv::transition_entry(e.id)(out.get(), a.get(), b.get(), &params), 0) << style;
+  }
+  EXPECT_EQ(zvtest::frame_bytes(*out), before);
+  EXPECT_EQ(zv::gl_renderer_count(), renderers);
+}
+
+TEST_P(DesignedGlTest, GoldenFrames) {
+  const DesignedGl& e = GetParam();
+  check_golden(e.id, std::string(e.name) + "_64x48.yuv", {e.golden[0], e.golden[1]}, 0, 2);
+}
+
+INSTANTIATE_TEST_SUITE_P(Effects, DesignedGlTest, ::testing::ValuesIn(kDesignedGl),
+                         [](const ::testing::TestParamInfo<DesignedGl>& info) { return std::string(info.param.name); });
+
+// Which picture shows where, at the places and progress values the effects
+// are designed around; solid pictures, 160 x 120.
+struct Placed {
+  int id, style;
+  double p;
+  double x, y;  // fractions of the width and height
+  // 'a', 'b', 'k' (black), 'm' (a and b mixed equally); 'A' and 'B': that
+  // picture, perhaps shaded (neither the other one nor black)
+  char shows;
+};
+const Placed kPlaced[] = {
+    // 3D Rotary Cube: the face squarely in front every fifth of the way.
+    {42, 0, 0.2, 0.5, 0.5, 'b'}, {42, 0, 0.4, 0.5, 0.5, 'a'}, {42, 0, 0.6, 0.5, 0.5, 'b'}, {42, 0, 0.8, 0.5, 0.5, 'a'},
+    // 3D Flag half-way: the pole has drifted right, `b` shows at the left.
+    {43, 0, 0.5, 0.1, 0.5, 'b'}, {43, 0, 0.5, 0.75, 0.5, 'A'},
+    // Cross Zoom: `a` magnified before the cut, `b` after it.
+    {45, 0, 0.25, 0.5, 0.5, 'a'}, {45, 0, 0.49, 0.5, 0.5, 'a'}, {45, 0, 0.5, 0.5, 0.5, 'b'},
+    // 3D Projection: `b` opens in the middle, the pieces still at the sides.
+    {47, 0, 0.2, 0.5, 0.5, 'b'}, {47, 0, 0.2, 0.05, 0.5, 'a'}, {47, 1, 0.2, 0.5, 0.5, 'b'}, {47, 1, 0.2, 0.5, 0.05, 'a'},
+    {47, 2, 0.2, 0.5, 0.5, 'b'}, {47, 2, 0.2, 0.8, 0.2, 'a'},
+    // 3D Fold: `b` uncovered at the right; "Unfold" covers `a` from the left.
+    {48, 0, 0.5, 0.9, 0.5, 'b'}, {48, 0, 0.5, 0.05, 0.5, 'A'}, {48, 1, 0.5, 0.9, 0.5, 'a'}, {48, 1, 0.5, 0.05, 0.5, 'B'},
+    // 3D Z-Stretch half-way: the strips have shrunk toward the centre.
+    {50, 0, 0.5, 0.05, 0.05, 'b'}, {50, 0, 0.5, 0.95, 0.95, 'b'},
+    // 3D Window Grid: early panes turned to `b`, late ones still `a`.
+    {51, 0, 0.25, 15.0 / 16, 11.0 / 12, 'a'}, {51, 0, 0.5, 1.0 / 16, 1.0 / 12, 'b'}, {51, 0, 0.5, 15.0 / 16, 11.0 / 12, 'a'},
+    // 3D Folding Box: the right half edge-on, then the bottom-left quarter uncovered.
+    {52, 0, 0.15, 0.25, 0.5, 'a'}, {52, 0, 0.15, 0.9, 0.5, 'b'}, {52, 0, 0.45, 0.25, 0.8, 'b'}, {52, 0, 0.45, 0.75, 0.5, 'b'},
+    // Image Spiral half-way: a small picture, `b` all round.
+    {55, 0, 0.5, 0.05, 0.5, 'b'}, {55, 0, 0.5, 0.5, 0.05, 'b'},
+    // 3D Flip: `a` turning, edge-on (black), `b` turning back.
+    {58, 0, 0.25, 0.5, 0.5, 'a'}, {58, 0, 0.5, 0.5, 0.5, 'k'}, {58, 0, 0.75, 0.5, 0.5, 'b'},
+    {58, 2, 0.25, 0.5, 0.5, 'a'}, {58, 3, 0.5, 0.5, 0.5, 'k'}, {58, 3, 0.75, 0.5, 0.5, 'b'},
+    // 3D Bubbles: no bubble born yet (the first comes at 0.0034).
+    {60, 1, 0.003, 0.5, 0.5, 'a'},
+    // 3D Distort half-way: `a` and `b` in equal parts (flat pictures do not ripple).
+    {61, 0, 0.5, 0.5, 0.5, 'm'},
+    // Patch: tile 21 (column 5, row 2) lands first, at 0.2; tile 13 (column 5, row 1) last.
+    {62, 0, 0.2, 11.0 / 16, 5.0 / 12, 'b'}, {62, 0, 0.2, 11.0 / 16, 3.0 / 12, 'a'},
+    // 3D Shatter: the shards round the centre have gone, the corners not yet.
+    {64, 0, 0.3, 0.5, 0.5, 'b'}, {64, 0, 0.3, 0.02, 0.03, 'a'},
+};
+
+TEST(DesignedGlPictures, EachPictureShowsWhereDesigned) {
+  const int w = 160, h = 120;
+  ImagePtr a = zvtest::solid_frame(w, h, kA.y, kA.u, kA.v), b = zvtest::solid_frame(w, h, kB.y, kB.u, kB.v);
+  ImagePtr out = zvtest::solid_frame(w, h, 0, 0, 0);
+  const Yuv mixed = from_rgb(120, 100, 130);
+  for (const Placed& c : kPlaced) {
+    TransitionParams params = zvtest::make_params(c.style, c.p);
+    ASSERT_EQ(zv::transition_entry(c.id)(out.get(), a.get(), b.get(), &params), 0);
+    const int x = static_cast<int>(c.x * w), y = static_cast<int>(c.y * h);
+    bool holds;
+    if (c.shows == 'A' || c.shows == 'B') {
+      holds = !near(*out, x, y, c.shows == 'A' ? kB : kA) && !near(*out, x, y, kBlack);
+    } else {
+      holds = near(*out, x, y, c.shows == 'a' ? kA : c.shows == 'b' ? kB : c.shows == 'k' ? kBlack : mixed);
+    }
+    EXPECT_TRUE(holds) << "id " << c.id << " style " << c.style << " p " << c.p << " at (" << x
+                                        << ", " << y << ") should show " << c.shows;
+  }
+  for (int i = 0; i < 16; ++i) ZvFreeOpenGLObj();
+}
+
+TEST(DesignedGlPictures, PatchLandsTile21FirstAndTile13Last) {
+  int perm[48];
+  zv::patch_landing_order(perm);
+  EXPECT_EQ(perm[0], 21);
+  EXPECT_EQ(perm[47], 13);
+}
 
 }  // namespace

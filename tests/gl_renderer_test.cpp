@@ -158,20 +158,24 @@ TEST(GlRendererList, FreeingReleasesOneRendererPerCall) {
   EXPECT_EQ(zv::frame_dib_set_count(), sets + 2);  // bitmap sets stay until unload
 }
 
+// Eight threads at two sizes, each OpenGL effect drawn on two threads at once
+// (a quarter of the effects per thread keeps the contexts made few); each
+// thread frees its two renderers of an effect before the next.
 TEST(GlRendererList, ManyThreadsAtTwoSizesThenEverythingFreed) {
+  const int gl_ids[] = {42, 43, 45, 47, 48, 49, 50, 51, 52, 55, 57, 58, 60, 61, 62, 64};
   const int renderers = zv::gl_renderer_count();
   std::vector<std::thread> threads;
-  for (int t = 0; t < 4; ++t) {
-    threads.emplace_back([t] {
-      for (int frame = 0; frame < 6; ++frame) {
-        const double p = frame / 5.0;
-        for (int id : {kCube, kDriveOff}) {
+  for (int t = 0; t < 8; ++t) {
+    threads.emplace_back([t, &gl_ids] {
+      for (int k = 0; k < 4; ++k) {
+        const int id = gl_ids[(4 * (t % 4) + k + 16 * (t / 4)) % 16];
+        for (double p : {0.3, 0.7}) {
           EXPECT_EQ(call(id, 64, 48, p), 0);
           EXPECT_EQ(call(id, 90 + 2 * t, 60, p), 0);
         }
+        // Two renderers made here (two sizes): two calls free them, a third finds none.
+        for (int i = 0; i < 3; ++i) ZvFreeOpenGLObj();
       }
-      // Four renderers made here (two effects, two sizes): four calls free them, a fifth finds none.
-      for (int i = 0; i < 5; ++i) ZvFreeOpenGLObj();
     });
   }
   for (std::thread& thread : threads) thread.join();
