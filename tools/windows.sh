@@ -35,7 +35,7 @@ TARGETS=(--target ZvTransition zorvan zvSuppt zvCtrls zv_host_compare)
 cross_build() {
   local dir=$1 toolchain=$2
   cmake -S . -B "$dir" -G Ninja -DCMAKE_TOOLCHAIN_FILE="cmake/$toolchain" -DCMAKE_BUILD_TYPE=Release \
-    -DZV_BUILD_TESTS=OFF -DZV_BUILD_BENCH=OFF "${LAUNCHER[@]}" >/dev/null
+    -DZV_BUILD_TESTS=OFF -DZV_BUILD_BENCH=OFF --no-warn-unused-cli "${LAUNCHER[@]}" >/dev/null
   cmake --build "$dir" -j "$(nproc)" "${TARGETS[@]}"
 }
 
