@@ -53,7 +53,7 @@ static bool draws_into_own_buffer() {
   return pfd.cRedShift == 0 && pfd.cBlueShift != 0;
 }
 
-// Elsewhere the selected bitmap is the colour buffer itself.
+// Otherwise the selected bitmap is the colour buffer itself: nothing to copy.
 void load_target_into_surface(CNewDib& target) {
   if (draws_into_own_buffer()) draw_bitmap_into_current_surface(target);
 }
