@@ -12,8 +12,12 @@
 #define ZV_DLL_IMPORT
 #endif
 
-// Exports of the transition library itself.
-#if defined(ZV_BUILDING_TRANSITION)
+// Exports of the transition library itself. The Windows DLL lists its exports
+// by their decorated names in a module-definition file instead, so nothing
+// else leaves it.
+#if defined(ZV_BUILDING_TRANSITION) && defined(_WIN32)
+#define ZV_API
+#elif defined(ZV_BUILDING_TRANSITION)
 #define ZV_API ZV_DLL_EXPORT
 #else
 #define ZV_API ZV_DLL_IMPORT

@@ -6,7 +6,12 @@ namespace zv {
 
 const char* const kControlsModuleName = "zvCtrls.dll";
 const char* const kTransitionModuleName = "ZvTransition.dll";
+// The loader's name as an MSVC-built controls library exports it.
+#if defined(_WIN64)
+const char* const kLoadStringSymbol = "?ZvLoadString@@YAPEBDIPEAX@Z";
+#else
 const char* const kLoadStringSymbol = "?ZvLoadString@@YGPBDIPAX@Z";
+#endif
 
 ZvModule find_loaded_module(const char* file_name) { return GetModuleHandleA(file_name); }
 

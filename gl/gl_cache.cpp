@@ -5,6 +5,7 @@
 #include <cstring>
 #include <mutex>
 
+#include "gl/cache_lock.h"
 #include "gl/offscreen_context.h"
 
 namespace zv {
@@ -45,15 +46,13 @@ struct PointerArray {
   }
 };
 
-// Critical sections are re-entrant for their owner; so are these locks, so a
-// transition that calls another on the same thread does not deadlock.
 struct FrameDibCache {
   PointerArray<FrameDibSet> sets;
-  std::recursive_mutex lock;
+  CacheLock lock;
 
   ~FrameDibCache() {
     {
-      std::lock_guard<std::recursive_mutex> hold(lock);
+      std::lock_guard<CacheLock> hold(lock);
       for (FrameDibSet** set = sets.begin; set != sets.end; ++set) {
         (*set)->dibC.clear();
         (*set)->dibB.clear();
@@ -68,7 +67,7 @@ struct FrameDibCache {
 
 struct GlRendererList {
   PointerArray<CGlRenderer> renderers;
-  std::recursive_mutex lock;
+  CacheLock lock;
 
   ~GlRendererList() {
     FreeRenderersOfThread(0);
@@ -101,7 +100,7 @@ void ReleaseFrameDibs() { g_frame_dibs.lock.unlock(); }
 // its renderers never races one that is adding; the order of the two locks
 // (bitmaps first) is unchanged.
 CGlRenderer* FindRenderer(int width, int height, int effect_id, uint32_t thread_id) {
-  std::lock_guard<std::recursive_mutex> hold(g_renderers.lock);
+  std::lock_guard<CacheLock> hold(g_renderers.lock);
   for (CGlRenderer** r = g_renderers.renderers.begin; r != g_renderers.renderers.end; ++r) {
     if (!*r) continue;
     if (dib_width((*r)->target) == width && dib_height((*r)->target) == height && (*r)->effectId == effect_id &&
@@ -113,7 +112,7 @@ CGlRenderer* FindRenderer(int width, int height, int effect_id, uint32_t thread_
 }
 
 void AddRenderer(CGlRenderer* renderer) {
-  std::lock_guard<std::recursive_mutex> hold(g_renderers.lock);
+  std::lock_guard<CacheLock> hold(g_renderers.lock);
   g_renderers.renderers.append(renderer);
 }
 
@@ -121,7 +120,7 @@ void LockRendererList() { g_renderers.lock.lock(); }
 void UnlockRendererList() { g_renderers.lock.unlock(); }
 
 void FreeRenderersOfThread(uint32_t thread_id) {
-  std::lock_guard<std::recursive_mutex> hold(g_renderers.lock);
+  std::lock_guard<CacheLock> hold(g_renderers.lock);
   PointerArray<CGlRenderer>& list = g_renderers.renderers;
   if (thread_id == 0) {
     // Unload: every renderer; the array itself goes with the list.
@@ -176,12 +175,12 @@ int run_gl_transition(const GlEffect& effect, Image* out, Image* a, Image* b, Tr
 }
 
 int gl_renderer_count() {
-  std::lock_guard<std::recursive_mutex> hold(g_renderers.lock);
+  std::lock_guard<CacheLock> hold(g_renderers.lock);
   return g_renderers.renderers.size();
 }
 
 int frame_dib_set_count() {
-  std::lock_guard<std::recursive_mutex> hold(g_frame_dibs.lock);
+  std::lock_guard<CacheLock> hold(g_frame_dibs.lock);
   return g_frame_dibs.sets.size();
 }
 

@@ -35,4 +35,9 @@ void load_target_into_surface(CNewDib& target);
 void clear_surface_black();
 void read_surface_into_target(CNewDib& target);
 
+// The copies behind those two where the surface is not the bitmap: the bitmap
+// drawn into the current context's colour buffer, and that buffer read back.
+void draw_bitmap_into_current_surface(CNewDib& bitmap);
+void read_current_surface_into_bitmap(CNewDib& bitmap);
+
 }  // namespace zv

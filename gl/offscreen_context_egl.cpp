@@ -1,7 +1,6 @@
 // Headless offscreen surfaces: EGL on Mesa's surfaceless platform, a desktop
 // OpenGL compatibility context, and a pbuffer the size of the target bitmap.
 // Runs with no display server and no GPU (software rasteriser).
-#define GL_GLEXT_PROTOTYPES 1
 #include <EGL/egl.h>
 #include <EGL/eglext.h>
 
@@ -111,17 +110,7 @@ void delete_gl_context(void* context) {
 }
 
 void load_target_into_surface(CNewDib& target) {
-  if (!target.m_pInfo || target.m_pInfo->biWidth <= 0 || target.m_pInfo->biHeight <= 0) return;
-  if (!eglGetCurrentContext()) return;
-  // Bottom-up BGR rows padded to 4 bytes are OpenGL's default unpack layout.
-  glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT);
-  glDisable(GL_TEXTURE_2D);
-  glDisable(GL_BLEND);
-  glDisable(GL_DEPTH_TEST);
-  glWindowPos2i(0, 0);
-  glDrawPixels(target.m_pInfo->biWidth, target.m_pInfo->biHeight, GL_BGR, GL_UNSIGNED_BYTE, target.LockBits());
-  target.UnlockBits();
-  glPopAttrib();
+  if (eglGetCurrentContext()) draw_bitmap_into_current_surface(target);
 }
 
 void clear_surface_black() {
@@ -133,11 +122,7 @@ void clear_surface_black() {
 }
 
 void read_surface_into_target(CNewDib& target) {
-  if (!target.m_pInfo || target.m_pInfo->biWidth <= 0 || target.m_pInfo->biHeight <= 0) return;
-  if (!eglGetCurrentContext()) return;
-  glReadPixels(0, 0, target.m_pInfo->biWidth, target.m_pInfo->biHeight, GL_BGR, GL_UNSIGNED_BYTE,
-               target.LockBits());
-  target.UnlockBits();
+  if (eglGetCurrentContext()) read_current_surface_into_bitmap(target);
 }
 
 }  // namespace zv

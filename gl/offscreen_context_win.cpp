@@ -41,9 +41,33 @@ void delete_gl_context(void* context) {
   if (context) wglDeleteContext(static_cast<HGLRC>(context));
 }
 
-// The selected bitmap is the colour buffer itself.
-void load_target_into_surface(CNewDib&) {}
-void clear_surface_black() {}
-void read_surface_into_target(CNewDib&) { GdiFlush(); }
+// True when the current context keeps its pixels red first. A bitmap is blue
+// first, so such a context cannot be drawing into the bitmap itself: it draws
+// into a buffer of its own (as wine's bitmap rendering does) and the bitmap is
+// copied into it before drawing and read back after.
+static bool draws_into_own_buffer() {
+  HDC dc = wglGetCurrentDC();
+  const int format = dc ? GetPixelFormat(dc) : 0;
+  PIXELFORMATDESCRIPTOR pfd = {};
+  if (format <= 0 || !DescribePixelFormat(dc, format, sizeof(pfd), &pfd)) return false;
+  return pfd.cRedShift == 0 && pfd.cBlueShift != 0;
+}
+
+// Otherwise the selected bitmap is the colour buffer itself: nothing to copy.
+void load_target_into_surface(CNewDib& target) {
+  if (draws_into_own_buffer()) draw_bitmap_into_current_surface(target);
+}
+
+// The target holds only black: a buffer of the context's own is cleared to it.
+void clear_surface_black() {
+  if (!draws_into_own_buffer()) return;
+  glClearColor(0, 0, 0, 0);
+  glClear(GL_COLOR_BUFFER_BIT);
+}
+
+void read_surface_into_target(CNewDib& target) {
+  GdiFlush();
+  if (draws_into_own_buffer()) read_current_surface_into_bitmap(target);
+}
 
 }  // namespace zv

@@ -6,6 +6,7 @@
 #include <map>
 #include <mutex>
 #include <string>
+#include <utility>
 
 const char* ZV_STDCALL ZvLoadString(unsigned int id, ZvModule module) {
   static std::mutex mutex;
@@ -14,10 +15,15 @@ const char* ZV_STDCALL ZvLoadString(unsigned int id, ZvModule module) {
   auto key = std::make_pair(module, id);
   auto found = cache.find(key);
   if (found != cache.end()) return found->second.c_str();
-  const char* text = nullptr;
-  int length = LoadStringA(static_cast<HINSTANCE>(module), id, reinterpret_cast<LPSTR>(&text), 0);
-  if (length <= 0) return nullptr;
-  return cache.emplace(key, std::string(text, length)).first->second.c_str();
+  // Resource strings are stored as UTF-16; with no buffer the loader hands
+  // out the resource's own text, which is converted once and kept.
+  const wchar_t* text = nullptr;
+  const int length = LoadStringW(static_cast<HINSTANCE>(module), id, reinterpret_cast<LPWSTR>(&text), 0);
+  if (length <= 0 || !text) return nullptr;
+  const int bytes = WideCharToMultiByte(CP_ACP, 0, text, length, nullptr, 0, nullptr, nullptr);
+  std::string narrow(static_cast<size_t>(bytes), '\0');
+  WideCharToMultiByte(CP_ACP, 0, text, length, &narrow[0], bytes, nullptr, nullptr);
+  return cache.emplace(key, std::move(narrow)).first->second.c_str();
 }
 
 #else
