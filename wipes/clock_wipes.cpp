@@ -71,6 +71,7 @@ bool center_rotate_shows_b(const Hinge& hinge, double theta, double dx, double d
 // most once, and finds each change by bisection with the same test.
 template <typename ShowsB, typename Pieces>
 void draw_swept(const CommonRegion& c, ShowsB&& shows_b, Pieces&& pieces) {
+  int hints[3] = {-1, -1, -1};  // each piece's boundary on the row before
   for (int y = 0; y < c.height; ++y) {
     auto row_test = [&](int x) { return shows_b(x, y); };
     if (use_reference_path()) {
@@ -80,7 +81,9 @@ void draw_swept(const CommonRegion& c, ShowsB&& shows_b, Pieces&& pieces) {
     }
     int cut[4];
     const int n = pieces(cut);
-    for (int i = 0; i + 1 < n; ++i) copy_monotone_span(c, y, cut[i], cut[i + 1], row_test);
+    RowSpans spans;
+    for (int i = 0; i + 1 < n; ++i) hints[i] = add_monotone_spans(c, y, cut[i], cut[i + 1], row_test, spans, hints[i]);
+    spans.copy_to(row_at(c.out, c.out_stride, y));
   }
 }
 

@@ -169,29 +169,29 @@ void windows_reference(const CommonRegion& c, const Windows& win, SourceRule rul
 // One window [x0, x1) of row y. A sideways motion takes at most two spans of
 // the same row, split where the rule changes picture; an up or down motion
 // takes the window's columns from one other row.
-void window_span(const CommonRegion& c, SourceRule rule, Motion m, int y, int x0, int x1, int dx, int dy) {
+void window_spans(const CommonRegion& c, SourceRule rule, Motion m, int y, int x0, int x1, int dx, int dy,
+                  RowSpans& spans) {
   if (x1 <= x0) return;
-  uint8_t* out = row_at(c.out, c.out_stride, y);
   const int w = c.width, h = c.height;
-  if (m == Motion::kDownward || m == Motion::kUpward) {
-    const Source s = rule(m, x0, y, w, h, dx, dy);
-    copy_columns(x0, x1, out, picture_row(c, s.pic, s.y));
-    return;
+  int split = x1;
+  if (m == Motion::kLeftward || m == Motion::kRightward) {
+    // Leftward rules change picture at w - dx, rightward ones at dx.
+    split = std::clamp(m == Motion::kLeftward ? w - dx : dx, x0, x1);
   }
-  // Leftward rules change picture at w - dx, rightward ones at dx.
-  const int split = std::clamp(m == Motion::kLeftward ? w - dx : dx, x0, x1);
   for (const auto& [begin, end] : {std::make_pair(x0, split), std::make_pair(split, x1)}) {
     if (end <= begin) continue;
     const Source s = rule(m, begin, y, w, h, dx, dy);
-    std::copy_n(picture_row(c, s.pic, s.y) + s.x, end - begin, out + begin);
+    spans.add(begin, end, picture_row(c, s.pic, s.y) + s.x);
   }
 }
 
 void windows_fast(const CommonRegion& c, const Windows& win, SourceRule rule, int dx, int dy) {
   for (int y = 0; y < c.height; ++y) {
     const int edge = window_edge(win.rising, y, c.width, c.height);
-    window_span(c, rule, win.left, y, 0, edge, dx, dy);
-    window_span(c, rule, win.right, y, edge, c.width, dx, dy);
+    RowSpans spans;
+    window_spans(c, rule, win.left, y, 0, edge, dx, dy, spans);
+    window_spans(c, rule, win.right, y, edge, c.width, dx, dy, spans);
+    spans.copy_to(row_at(c.out, c.out_stride, y));
   }
 }
 

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 #include "frame/plane.h"
 #include "frame/rows.h"
@@ -56,18 +57,41 @@ inline const uint8_t* picture_row(const CommonRegion& c, Pic pic, int row) {
 
 // Copies out_row[x0, x1) from source_row's same columns.
 inline void copy_columns(int x0, int x1, uint8_t* out_row, const uint8_t* source_row) {
-  if (x1 > x0) copy_block(x0, x1 - x0, 1, 0, 0, out_row + x0, source_row);
+  if (x1 > x0) std::memcpy(out_row + x0, source_row + x0, static_cast<size_t>(x1 - x0));
 }
 
 // The first x in (x0, x1) whose test differs from test(x0), or x1. The test
 // must change at most once over [x0, x1) (a monotone boundary), which makes
-// the binary search give exactly what testing every sample gives.
+// the search give exactly what testing every sample gives. The search
+// gallops out from `hint` (where the boundary was on the row before, say)
+// and then bisects.
 template <typename Test>
-int first_change(int x0, int x1, Test&& test) {
+int first_change(int x0, int x1, Test&& test, int hint = -1) {
   if (x1 - x0 < 2) return x1;
   const bool first = test(x0);
   if (test(x1 - 1) == first) return x1;
   int lo = x0, hi = x1 - 1;  // test(lo) == first, test(hi) != first
+  if (hint > lo && hint < hi) {
+    if (test(hint) == first) {
+      lo = hint;
+      for (int step = 1; lo + step < hi; step *= 2) {
+        if (test(lo + step) != first) {
+          hi = lo + step;
+          break;
+        }
+        lo += step;
+      }
+    } else {
+      hi = hint;
+      for (int step = 1; hi - step > lo; step *= 2) {
+        if (test(hi - step) == first) {
+          lo = hi - step;
+          break;
+        }
+        hi -= step;
+      }
+    }
+  }
   while (hi - lo > 1) {
     const int mid = lo + (hi - lo) / 2;
     (test(mid) == first ? lo : hi) = mid;
@@ -75,16 +99,47 @@ int first_change(int x0, int x1, Test&& test) {
   return hi;
 }
 
+// One output row as a few spans, each copied from one source row at one
+// shift. A span that continues the one before it in the same source is
+// merged into it, so a row costs as few copies as its content allows.
+struct RowSpans {
+  static constexpr int kMax = 8;
+  struct Span {
+    int begin, end;
+    const uint8_t* source;  // the byte that lands on column `begin`
+  };
+  Span span[kMax];
+  int count = 0;
+
+  void add(int begin, int end, const uint8_t* source) {
+    if (end <= begin) return;
+    if (count > 0 && span[count - 1].end == begin &&
+        span[count - 1].source + (begin - span[count - 1].begin) == source) {
+      span[count - 1].end = end;
+      return;
+    }
+    if (count < kMax) span[count++] = {begin, end, source};
+  }
+  void copy_to(uint8_t* out_row) const {
+    for (int i = 0; i < count; ++i) {
+      std::memcpy(out_row + span[i].begin, span[i].source, static_cast<size_t>(span[i].end - span[i].begin));
+    }
+  }
+};
+
 // Row `y` over columns [x0, x1) where shows_b(x) changes at most once: `b`
-// where it holds and `a` elsewhere, both in place, as two span copies.
+// where it holds and `a` elsewhere, both in place, as up to two spans.
+// Returns where it changes (x1 if nowhere), a hint for the next row.
 template <typename ShowsB>
-void copy_monotone_span(const CommonRegion& c, int y, int x0, int x1, ShowsB&& shows_b) {
-  if (x1 <= x0) return;
-  const int split = first_change(x0, x1, shows_b);
+int add_monotone_spans(const CommonRegion& c, int y, int x0, int x1, ShowsB&& shows_b, RowSpans& spans, int hint = -1) {
+  if (x1 <= x0) return hint;
+  const int split = first_change(x0, x1, shows_b, hint);
   const bool first_b = shows_b(x0);
-  uint8_t* out = row_at(c.out, c.out_stride, y);
-  copy_columns(x0, split, out, picture_row(c, first_b ? Pic::kB : Pic::kA, y));
-  copy_columns(split, x1, out, picture_row(c, first_b ? Pic::kA : Pic::kB, y));
+  const uint8_t* first = picture_row(c, first_b ? Pic::kB : Pic::kA, y);
+  const uint8_t* second = picture_row(c, first_b ? Pic::kA : Pic::kB, y);
+  spans.add(x0, split, first + x0);
+  spans.add(split, x1, second + split);
+  return split < x1 ? split : hint;
 }
 
 }  // namespace zv
