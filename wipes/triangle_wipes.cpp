@@ -83,12 +83,9 @@ void rotate_fast(const CommonRegion& c, const Lid& lid) {
         begin = std::max(begin, change);
       }
     }
+    end = std::max(begin, end);
     uint8_t* out = row_at(c.out, c.out_stride, y);
     const uint8_t* a = picture_row(c, Pic::kA, y);
-    if (begin >= end) {
-      copy_columns(0, w, out, a);
-      continue;
-    }
     copy_columns(0, begin, out, a);
     for (int x = begin; x < end; ++x) lid_sample(c, lid, x, y, &out[x]);
     copy_columns(end, w, out, a);
