@@ -163,31 +163,58 @@ void windows_reference(const CommonRegion& c, const Windows& win, SourceRule rul
   }
 }
 
-// One window [x0, x1) of row y. A sideways motion takes at most two spans of
-// the same row, split where the rule changes picture; an up or down motion
-// takes the window's columns from one other row.
-void window_spans(const CommonRegion& c, SourceRule rule, Motion m, int y, int x0, int x1, int dx, int dy,
-                  RowSpans& spans) {
+// A window's motion over one plane as two parts along its axis, split where
+// the rule changes picture: samples before `split` come from `first` and the
+// rest from `second`, each at a fixed shift of the column (sideways motions)
+// or the row (up and down). The shifts are read off the rule itself.
+struct WindowMotion {
+  bool vertical;
+  int split;
+  Pic first, second;
+  int first_shift, second_shift;
+};
+
+WindowMotion window_motion(SourceRule rule, Motion m, int w, int h, int dx, int dy) {
+  switch (m) {
+    case Motion::kLeftward:
+    case Motion::kRightward: {
+      const int split = m == Motion::kLeftward ? w - dx : dx;
+      const Source s0 = rule(m, 0, 0, w, h, dx, dy), s1 = rule(m, split, 0, w, h, dx, dy);
+      return {false, split, s0.pic, s1.pic, s0.x, s1.x - split};
+    }
+    case Motion::kDownward:
+    case Motion::kUpward:
+      break;
+  }
+  const int split = m == Motion::kDownward ? dy : h - dy;
+  const Source s0 = rule(m, 0, 0, w, h, dx, dy), s1 = rule(m, 0, split, w, h, dx, dy);
+  return {true, split, s0.pic, s1.pic, s0.y, s1.y - split};
+}
+
+// Window [x0, x1) of row y as spans: a sideways motion takes at most two
+// spans of the same row, an up or down motion the window's columns from one
+// other row.
+void window_spans(const CommonRegion& c, const WindowMotion& m, int y, int x0, int x1, RowSpans& spans) {
   if (x1 <= x0) return;
-  const int w = c.width, h = c.height;
-  int split = x1;
-  if (m == Motion::kLeftward || m == Motion::kRightward) {
-    // Leftward rules change picture at w - dx, rightward ones at dx.
-    split = std::clamp(m == Motion::kLeftward ? w - dx : dx, x0, x1);
+  if (m.vertical) {
+    const bool first = y < m.split;
+    const int row = y + (first ? m.first_shift : m.second_shift);
+    spans.add(x0, x1, picture_row(c, first ? m.first : m.second, row) + x0);
+    return;
   }
-  for (const auto& [begin, end] : {std::make_pair(x0, split), std::make_pair(split, x1)}) {
-    if (end <= begin) continue;
-    const Source s = rule(m, begin, y, w, h, dx, dy);
-    spans.add(begin, end, picture_row(c, s.pic, s.y) + s.x);
-  }
+  const int split = std::clamp(m.split, x0, x1);
+  if (split > x0) spans.add(x0, split, picture_row(c, m.first, y) + x0 + m.first_shift);
+  if (x1 > split) spans.add(split, x1, picture_row(c, m.second, y) + split + m.second_shift);
 }
 
 void windows_fast(const CommonRegion& c, const Windows& win, SourceRule rule, int dx, int dy) {
+  const WindowMotion left = window_motion(rule, win.left, c.width, c.height, dx, dy);
+  const WindowMotion right = window_motion(rule, win.right, c.width, c.height, dx, dy);
   for (int y = 0; y < c.height; ++y) {
     const int edge = window_edge(win.rising, y, c.width, c.height);
     RowSpans spans;
-    window_spans(c, rule, win.left, y, 0, edge, dx, dy, spans);
-    window_spans(c, rule, win.right, y, edge, c.width, dx, dy, spans);
+    window_spans(c, left, y, 0, edge, spans);
+    window_spans(c, right, y, edge, c.width, spans);
     spans.copy_to(row_at(c.out, c.out_stride, y));
   }
 }
