@@ -2,7 +2,9 @@
 // turning lid, and the two triangular windows' sources on 720 x 576.
 #include <vector>
 
+#include "frame/rows.h"
 #include "tests/wipe_sources.h"
+#include "wipes/wipe_pieces.h"
 
 namespace {
 
@@ -80,5 +82,20 @@ const SourceCase kCases[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(Windows, TriangleWipesTest, ::testing::ValuesIn(kCases), zvtest::source_case_name);
+
+// The diagonal's column on 720 x 576 and its chroma, and the walk that steps it row
+// by row, against the formula on every row of a few odd sizes.
+TEST(DiagonalColumn, CrossesRowCentresRounded) {
+  const int rows[] = {0, 287, 288, 575}, luma[] = {1, 359, 361, 719}, chroma[] = {1, 179, 181, 359};
+  for (int i = 0; i < 4; ++i) {
+    EXPECT_EQ(zv::diagonal_column(rows[i], 720, 576), luma[i]);
+    EXPECT_EQ(zv::diagonal_column(rows[i] / 2, 360, 288), chroma[i]);
+  }
+  for (const auto& [w, h] :
+       {std::make_pair(720, 576), std::make_pair(7, 5), std::make_pair(1, 9), std::make_pair(33, 1)}) {
+    zv::DiagonalWalk walk(w, h);
+    for (int y = 0; y < h; ++y, walk.next()) ASSERT_EQ(walk.column(), zv::diagonal_column(y, w, h)) << w << "x" << h;
+  }
+}
 
 }  // namespace

@@ -13,7 +13,7 @@ int ZV_STDCALL build_based_wipe(Image* out, Image* a, Image* b, TransitionParams
 int ZV_STDCALL spiral_based_wipe(Image* out, Image* a, Image* b, TransitionParams* params);
 int ZV_STDCALL wipe_transition(Image* out, Image* a, Image* b, TransitionParams* params);
 
-// Plane workers; a style past the designed ones writes nothing. n is the
+// Plane workers; a style past the last one writes nothing. n is the
 // strip count (1..60), pct the band thickness in percent of the height
 // (1..50), columns and rows Wipe's cell counts (1..64).
 void build_wipe_plane(int style, int n, double progress, int out_width, int out_height, int a_width, int a_height,

@@ -15,7 +15,7 @@ int ZV_STDCALL center_split_wipe(Image* out, Image* a, Image* b, TransitionParam
 int ZV_STDCALL double_slide_wipe(Image* out, Image* a, Image* b, TransitionParams* params);
 int ZV_STDCALL split_back_wipe(Image* out, Image* a, Image* b, TransitionParams* params);
 
-// Plane workers; a style past the designed ones writes nothing.
+// Plane workers; a style past the last one writes nothing.
 void split_wipe_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height, int b_width,
                       int b_height, uint8_t* out_plane, const uint8_t* a_plane, const uint8_t* b_plane);
 void center_split_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height,

@@ -14,7 +14,7 @@ namespace zv {
 int ZV_STDCALL single_triangle_door(Image* out, Image* a, Image* b, TransitionParams* params);
 int ZV_STDCALL multi_triangle_door(Image* out, Image* a, Image* b, TransitionParams* params);
 
-// Plane workers; a style past the designed ones writes nothing.
+// Plane workers; a style past the last one writes nothing.
 void triangle_door_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height,
                          int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane, const uint8_t* b_plane);
 void multi_triangle_door_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height,

@@ -210,8 +210,9 @@ void window_spans(const CommonRegion& c, const WindowMotion& m, int y, int x0, i
 void windows_fast(const CommonRegion& c, const Windows& win, SourceRule rule, int dx, int dy) {
   const WindowMotion left = window_motion(rule, win.left, c.width, c.height, dx, dy);
   const WindowMotion right = window_motion(rule, win.right, c.width, c.height, dx, dy);
-  for (int y = 0; y < c.height; ++y) {
-    const int edge = window_edge(win.rising, y, c.width, c.height);
+  DiagonalWalk diagonal(c.width, c.height);
+  for (int y = 0; y < c.height; ++y, diagonal.next()) {
+    const int edge = win.rising ? c.width - diagonal.column() : diagonal.column();
     RowSpans spans;
     window_spans(c, left, y, 0, edge, spans);
     window_spans(c, right, y, edge, c.width, spans);

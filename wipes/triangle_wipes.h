@@ -15,7 +15,7 @@ int ZV_STDCALL triangle_rotate_wipe(Image* out, Image* a, Image* b, TransitionPa
 int ZV_STDCALL triangle_push_wipe(Image* out, Image* a, Image* b, TransitionParams* params);
 int ZV_STDCALL triangle_slide_wipe(Image* out, Image* a, Image* b, TransitionParams* params);
 
-// Plane workers; a style past the designed ones writes nothing.
+// Plane workers; a style past the last one writes nothing.
 void triangle_rotate_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height,
                            int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
                            const uint8_t* b_plane);

@@ -99,6 +99,31 @@ int first_change(int x0, int x1, Test&& test, int hint = -1) {
   return hi;
 }
 
+// diagonal_column(y, w, h) for y = 0, 1, 2, ... in turn, with the quotient
+// and remainder stepped instead of a division per row (h >= 1).
+class DiagonalWalk {
+ public:
+  DiagonalWalk(int w, int h)
+      : divisor_(2 * static_cast<int64_t>(h)),
+        step_(2 * static_cast<int64_t>(w) / divisor_),
+        step_rest_(2 * static_cast<int64_t>(w) % divisor_),
+        column_((static_cast<int64_t>(w) + h) / divisor_),
+        rest_((static_cast<int64_t>(w) + h) % divisor_) {}
+
+  int column() const { return static_cast<int>(column_); }
+  void next() {
+    column_ += step_;
+    rest_ += step_rest_;
+    if (rest_ >= divisor_) {
+      ++column_;
+      rest_ -= divisor_;
+    }
+  }
+
+ private:
+  int64_t divisor_, step_, step_rest_, column_, rest_;
+};
+
 // One output row as a few spans, each copied from one source row at one
 // shift. A span that continues the one before it in the same source is
 // merged into it, so a row costs as few copies as its content allows.
