@@ -21,11 +21,16 @@
 #include "frame/zv_transition.h"
 #include "host/transition_registry.h"
 #include "imaging/fit_overlap.h"
+#include "wipes/build_wipes.h"
+#include "wipes/clock_wipes.h"
 #include "wipes/line_wipe.h"
 #include "wipes/push_slide_haul.h"
 #include "wipes/region_wipe.h"
 #include "wipes/rotate_wipe.h"
+#include "wipes/split_wipes.h"
 #include "wipes/strip_wipes.h"
+#include "wipes/triangle_doors.h"
+#include "wipes/triangle_wipes.h"
 
 namespace zv {
 namespace {
@@ -50,33 +55,33 @@ const TransitionOp kEntries[kTransitionCount] = {
     slide_based_wipe,            // 3 Slide Based Wipe
     haul_based_wipe,             // 4 Haul Based Wipe
     region_based_wipe,           // 5 Region Based Wipe
-    not_implemented_transition,  // 6 Clock Based Wipe
+    clock_based_wipe,            // 6 Clock Based Wipe
     rotate_based_wipe,           // 7 Rotate Based Wipe
-    not_implemented_transition,  // 8 Center Rotate Wipe
+    center_rotate_wipe,          // 8 Center Rotate Wipe
     cross_based_wipe,            // 9 Cross Based Wipe
     blind_based_wipe,            // 10 Blind Based Wipe
-    not_implemented_transition,  // 11 Build Based Wipe
-    not_implemented_transition,  // 12 Spiral Based Wipe
+    build_based_wipe,            // 11 Build Based Wipe
+    spiral_based_wipe,           // 12 Spiral Based Wipe
     zoom_transition,             // 13 Zoom
     fade_transition,             // 14 Fade
     mosaic_based_wipe,           // 15 Mosaic Based Wipe
     picture_in_picture,          // 16 Picture in picture
     zvTransparentOverlap,        // 17 Overlap Alpha Blend: the exported service itself
     not_implemented_transition,  // 18 3D Roll
-    not_implemented_transition,  // 19 Wipe
-    not_implemented_transition,  // 20 Split
-    not_implemented_transition,  // 21 Center Split
-    not_implemented_transition,  // 22 Double Slide
-    not_implemented_transition,  // 23 Triangle Rotate
-    not_implemented_transition,  // 24 Triangle Push
-    not_implemented_transition,  // 25 Triangle Slide
+    wipe_transition,             // 19 Wipe
+    split_wipe,                  // 20 Split
+    center_split_wipe,           // 21 Center Split
+    double_slide_wipe,           // 22 Double Slide
+    triangle_rotate_wipe,        // 23 Triangle Rotate
+    triangle_push_wipe,          // 24 Triangle Push
+    triangle_slide_wipe,         // 25 Triangle Slide
     not_implemented_transition,  // 26 3D Page Turn
     not_implemented_transition,  // 27 3D Center Peel
     not_implemented_transition,  // 28 3D Peel Back
     not_implemented_transition,  // 29 Obscure
-    not_implemented_transition,  // 30 Split Back
-    not_implemented_transition,  // 31 Single Triangle Door
-    not_implemented_transition,  // 32 Multi-Triangle Door
+    split_back_wipe,             // 30 Split Back
+    single_triangle_door,        // 31 Single Triangle Door
+    multi_triangle_door,         // 32 Multi-Triangle Door
     not_implemented_transition,  // 33 Swap
     not_implemented_transition,  // 34 3D Curtain
     not_implemented_transition,  // 35 Swing

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "frame/kernel_path.h"
+
 namespace zv {
 
 void copy_three_spans(int x0, int x1, int width, uint8_t* out_row, const uint8_t* a_row, const uint8_t* b_row) {
@@ -25,15 +27,50 @@ void fill_block(uint8_t fill, int width, int rows, int out_stride, uint8_t* out_
   for (int row = 0; row < rows; ++row) std::memset(row_at(out_start, out_stride, row), fill, width);
 }
 
-void scale_row_nearest(int target_width, int source_width, uint8_t* out_row, const uint8_t* source_row) {
-  if (target_width < 1) return;
+namespace {
+
+// Target samples [i0, i1) of a row scaled from source_width onto
+// target_width: sample i takes source sample (i * source_width) / target_width.
+void scale_span_reference(int64_t i0, int64_t i1, int64_t target_width, int64_t source_width, uint8_t* out,
+                          const uint8_t* source) {
+  for (int64_t i = i0; i < i1; ++i) out[i] = source[i * source_width / target_width];
+}
+
+// The same indices without a division per sample: the quotient and the
+// remainder step by source_width / target_width and its remainder.
+void scale_span_fast(int64_t i0, int64_t i1, int64_t target_width, int64_t source_width, uint8_t* out,
+                     const uint8_t* source) {
   if (target_width == source_width) {
-    std::memcpy(out_row, source_row, target_width);
+    if (i1 > i0) std::memcpy(out + i0, source + i0, static_cast<size_t>(i1 - i0));
     return;
   }
-  for (int i = 0; i < target_width; ++i) {
-    out_row[i] = source_row[static_cast<int64_t>(i) * source_width / target_width];
+  const int64_t step = source_width / target_width, step_rest = source_width % target_width;
+  int64_t index = i0 * source_width / target_width, rest = i0 * source_width % target_width;
+  for (int64_t i = i0; i < i1; ++i) {
+    out[i] = source[index];
+    index += step;
+    rest += step_rest;
+    if (rest >= target_width) {
+      ++index;
+      rest -= target_width;
+    }
   }
+}
+
+void scale_span(int64_t i0, int64_t i1, int64_t target_width, int64_t source_width, uint8_t* out,
+                const uint8_t* source) {
+  if (use_reference_path()) {
+    scale_span_reference(i0, i1, target_width, source_width, out, source);
+  } else {
+    scale_span_fast(i0, i1, target_width, source_width, out, source);
+  }
+}
+
+}  // namespace
+
+void scale_row_nearest(int target_width, int source_width, uint8_t* out_row, const uint8_t* source_row) {
+  if (target_width < 1) return;
+  scale_span(0, target_width, target_width, source_width, out_row, source_row);
 }
 
 void scale_block_nearest(const BlockRect& target, const BlockRect& source, const BlockRect& clip, int out_stride,
@@ -45,16 +82,11 @@ void scale_block_nearest(const BlockRect& target, const BlockRect& source, const
   const int64_t j0 = std::max<int64_t>(0, static_cast<int64_t>(clip.y) - target.y);
   const int64_t j1 = std::min<int64_t>(target.height, static_cast<int64_t>(clip.y) + clip.height - target.y);
   if (i0 >= i1 || j0 >= j1) return;
-  const bool same_width = target.width == source.width;
   for (int64_t j = j0; j < j1; ++j) {
     const int64_t source_row = source.y + j * source.height / target.height;
     const uint8_t* from = row_at(source_start, source_stride, static_cast<int>(source_row)) + source.x;
     uint8_t* to = row_at(out_start, out_stride, static_cast<int>(target.y + j)) + target.x;
-    if (same_width) {
-      std::memcpy(to + i0, from + i0, static_cast<size_t>(i1 - i0));
-      continue;
-    }
-    for (int64_t i = i0; i < i1; ++i) to[i] = from[i * source.width / target.width];
+    scale_span(i0, i1, target.width, source.width, to, from);
   }
 }
 

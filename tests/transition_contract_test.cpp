@@ -54,10 +54,24 @@ const Traits kTraits[] = {
     // Round Close's circle already leaves b in the corners at 0; Round Open's
     // end is promised only for some sizes.
     {5, 8, 0, false, styles({2, 3}), styles({2, 3}), kNone},
+    {6, 8, 0, false, kNone, kNone, kNone},
     {7, 8, 0, false, kNone, kNone, kNone},
+    {8, 8, 0, false, kNone, kNone, kNone},
     {9, 4, 0, false, kNone, kNone, kNone},
     // Slanted blinds keep a sliver of the other picture unless 2W / n is whole.
     {10, 8, 0, false, styles({5, 7}), styles({4, 6}), kNone},
+    {11, 8, 0, false, kNone, kNone, kNone},
+    {12, 2, 0, false, kNone, kNone, kNone},
+    {19, 4, 0, false, kNone, kNone, kNone},
+    {20, 6, 0, false, kNone, kNone, kNone},
+    {21, 2, 0, false, kNone, kNone, kNone},
+    {22, 2, 0, false, kNone, kNone, kNone},
+    {23, 2, 0, false, kNone, kNone, kNone},
+    {24, 4, 0, false, kNone, kNone, kNone},
+    {25, 4, 0, false, kNone, kNone, kNone},
+    {30, 2, 0, false, kNone, kNone, kNone},
+    {31, 8, 0, false, kNone, kNone, kNone},
+    {32, 4, 0, false, kNone, kNone, kNone},
     // The zooms resample their picture even at the ends; the in-and-out styles
     // and the point zooms fill or copy whole frames.
     {13, 8, 3, false, styles({1, 3, 5, 6, 7}), styles({0, 2, 4, 6, 7}), kEvery},

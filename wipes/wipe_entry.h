@@ -9,9 +9,11 @@ namespace zv {
 // The entry sequence of the wipes (run_transition) with the wipes' worker
 // shape: worker(plane index, progress, outWidth, outHeight, aWidth, aHeight,
 // bWidth, bHeight, outPlane, aPlane, bPlane). Returns the prologue's code or 0.
+// A NaN progress (zero duration, NaN position) is not greater than 0, so it
+// becomes 0 and every wipe shows `a`.
 template <typename Worker>
 int run_wipe(Image* out, Image* a, Image* b, TransitionParams* params, Worker&& worker,
-             const EntryRules& rules = EntryRules{ProgressClamp::kPassNaN}) {
+             const EntryRules& rules = EntryRules{}) {
   return run_transition(out, a, b, params, rules, [&](const PlaneJob& j) {
     worker(j.index, j.progress, j.out.width, j.out.height, j.a.width, j.a.height, j.b.width, j.b.height, j.out.data,
            static_cast<const uint8_t*>(j.a.data), static_cast<const uint8_t*>(j.b.data));
@@ -26,7 +28,7 @@ inline CommonRegion wipe_region(int out_width, int out_height, int a_width, int 
                        {const_cast<uint8_t*>(b_plane), b_width, b_height});
 }
 
-// A travel or boundary in samples, kept inside [0, n] (a NaN progress gives 0).
+// A travel or boundary in samples, kept inside [0, n].
 inline int travel(int32_t samples, int n) { return samples < 0 ? 0 : samples > n ? n : samples; }
 
 }  // namespace zv
