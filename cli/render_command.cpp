@@ -3,6 +3,7 @@
 // a Y4M stream, a contact sheet or a folder of PNGs.
 #include <cstdio>
 #include <string>
+#include <thread>
 #include <unistd.h>
 
 #include "cli/cli_common.h"
@@ -18,7 +19,7 @@ namespace {
 
 constexpr const char* kUsage =
     "usage: zvtran render A B --transition T [--style S] [--param1 N] [--param2 X] [--duration SEC] "
-    "[--offset SEC] [--size WxH] [--fps R] [--with-clips] -o OUT";
+    "[--offset SEC] [--size WxH] [--fps R] [--with-clips] [--threads N] [--no-audio] -o OUT";
 constexpr int kMaxSide = 8192;
 constexpr int kMaxFrames = 1000000;
 
@@ -43,8 +44,8 @@ void draw_progress(int done, int total) {
 int render_command(int argc, char** argv) {
   std::vector<char*> argument_list = with_long_output_option(argc, argv);
   Args args(static_cast<int>(argument_list.size()), argument_list.data(),
-            {"transition", "style", "param1", "param2", "duration", "offset", "size", "fps", "output"},
-            {"with-clips"});
+            {"transition", "style", "param1", "param2", "duration", "offset", "size", "fps", "output", "threads"},
+            {"with-clips", "no-audio"});
   if (args.positional().size() != 2) throw UsageError(kUsage);
   const std::string out_path = args.require("output");
   const int id = resolve_transition(args.require("transition"));
@@ -60,6 +61,12 @@ int render_command(int argc, char** argv) {
   plan.param2 = args.get_double("param2", 0.0);
   plan.duration = args.get_double("duration", 1.0);
   if (!(plan.duration > 0 && plan.duration <= 3600)) throw UsageError("--duration must be above 0 and at most 3600");
+
+  plan.threads = args.get_int("threads", static_cast<int>(std::max(1u, std::thread::hardware_concurrency())));
+  if (plan.threads < 1 || plan.threads > 256) throw UsageError("--threads must be 1 to 256");
+  if (args.positional()[0] == "-" && args.positional()[1] == "-") {
+    throw UsageError("only one of A and B can be - (standard input)");
+  }
 
   std::unique_ptr<FrameSource> a = open_source(args.positional()[0]);
   std::unique_ptr<FrameSource> b = open_source(args.positional()[1]);
