@@ -164,6 +164,7 @@ class Mp4Sink : public FrameSink {
     avcodec_parameters_from_context(stream->codecpar, encoder_.get());
     stream->time_base = encoder_->time_base;
     stream->avg_frame_rate = encoder_->framerate;
+    if (info.audio) audio_ = std::make_unique<AudioTrack>(*info.audio, format);
     if (int rc = avio_open(&format->pb, temp_.path().c_str(), AVIO_FLAG_WRITE); rc < 0) {
       throw RunError(path + ": cannot write: " + av_error_text(rc));
     }
@@ -172,6 +173,7 @@ class Mp4Sink : public FrameSink {
     int rc = avformat_write_header(format, &options);
     av_dict_free(&options);
     if (rc < 0) throw RunError(path + ": cannot start the MP4 file: " + av_error_text(rc));
+    if (audio_) audio_->write();  // small: the muxer holds it until the video catches up
     stream_ = stream;
     frame_ = alloc_frame();
     packet_ = alloc_packet();
@@ -237,6 +239,7 @@ class Mp4Sink : public FrameSink {
 
   TempPath temp_;
   std::unique_ptr<AVFormatContext, OutputClose> format_;
+  std::unique_ptr<AudioTrack> audio_;
   CodecPtr encoder_;
   AVStream* stream_ = nullptr;
   FramePtr frame_;

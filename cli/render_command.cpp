@@ -6,6 +6,7 @@
 #include <thread>
 #include <unistd.h>
 
+#include "cli/audio_mix.h"
 #include "cli/cli_common.h"
 #include "cli/commands.h"
 #include "cli/media_input.h"
@@ -96,6 +97,20 @@ int render_command(int argc, char** argv) {
   std::vector<std::string> styles = style_names(id);
   info.subtitle = "style " + std::to_string(plan.style) +
                   (plan.style < static_cast<int>(styles.size()) ? ": " + styles[plan.style] : "");
+  if (!args.has("no-audio")) {
+    // Patterns, stdin and files without sound play silence; no track when neither has any.
+    AudioMix mix;
+    for (int k = 0; k < 2; ++k) {
+      const std::string& name = args.positional()[k];
+      if (name != "-" && name.compare(0, 8, "pattern:") != 0 && has_audio(name)) (k ? mix.b : mix.a) = name;
+    }
+    const int n = plan.transition_frames();
+    mix.a_start = plan.offset - plan.lead_frames / plan.fps;
+    mix.a_length = (plan.lead_frames + n) / plan.fps;
+    mix.b_length = (n + plan.tail_frames) / plan.fps;
+    mix.crossfade = n / plan.fps;
+    if (!mix.a.empty() || !mix.b.empty()) info.audio = mix;
+  }
   catch_interrupts();
   std::unique_ptr<FrameSink> sink = open_sink(out_path, info);
 
