@@ -39,13 +39,13 @@ best_time() {
 fps() { printf '%.0f' "$(echo "$FRAMES / $1" | bc -l)"; }
 
 echo "$SIZE, $FRAMES frames, $(nproc) cores, best of $RUNS"
-printf '%-34s %10s %10s %8s\n' "zvtran / xfade" "zvtran fps" "xfade fps" "ratio"
+printf '%-40s %10s %10s %8s\n' "zvtran / xfade" "zvtran fps" "xfade fps" "ratio"
 while IFS='|' read -r label transition style xfade; do
   ours=$(best_time "$ZVTRAN" render "$DIR/a.y4m" "$DIR/b.y4m" --transition "$transition" --style "$style" \
          --duration $SECONDS_LONG -o -)
   theirs=$(best_time ffmpeg -hide_banner -nostdin -i "$DIR/a.y4m" -i "$DIR/b.y4m" \
            -filter_complex "[0][1]xfade=transition=$xfade:duration=$SECONDS_LONG:offset=0" -f null -)
-  printf '%-34s %10s %10s %7.1fx\n' "$label / $xfade" "$(fps "$ours")" "$(fps "$theirs")" \
+  printf '%-40s %10s %10s %7.1fx\n' "$label / $xfade" "$(fps "$ours")" "$(fps "$theirs")" \
     "$(echo "$theirs / $ours" | bc -l)"
 done <<'PAIRS'
 Fade|14|0|fade
