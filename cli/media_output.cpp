@@ -14,6 +14,7 @@ extern "C" {
 
 #include "cli/av_support.h"
 #include "cli/bitmap_font.h"
+#include "cli/y4m_io.h"
 
 namespace zvcli {
 namespace {
@@ -114,13 +115,13 @@ class Y4mSink : public FrameSink {
   ~Y4mSink() override {
     if (temp_ && file_) std::fclose(file_);
   }
+  // Straight from the planes, past the stream's buffer (emptied once, after the header).
   void write(const Image& frame, int) override {
-    std::fputs("FRAME\n", file_);
-    for (int p = 0; p < 3; ++p) {
-      const uint8_t* plane = p == 0 ? frame.get_Y() : p == 1 ? frame.get_U() : frame.get_V();
-      std::fwrite(plane, 1, frame.plane_size(p), file_);
+    if (!header_flushed_ && std::fflush(file_) != 0) {
+      throw RunError("cannot write the Y4M stream: " + std::string(std::strerror(errno)));
     }
-    if (std::ferror(file_)) throw RunError("cannot write the Y4M stream: " + std::string(std::strerror(errno)));
+    header_flushed_ = true;
+    write_y4m_frame(fileno(file_), frame);
   }
   void finish() override {
     if (!temp_) {
@@ -136,6 +137,7 @@ class Y4mSink : public FrameSink {
  private:
   std::unique_ptr<TempPath> temp_;
   FILE* file_ = nullptr;
+  bool header_flushed_ = false;
 };
 
 struct OutputClose {
@@ -162,6 +164,7 @@ class Mp4Sink : public FrameSink {
     avcodec_parameters_from_context(stream->codecpar, encoder_.get());
     stream->time_base = encoder_->time_base;
     stream->avg_frame_rate = encoder_->framerate;
+    if (info.audio) audio_ = std::make_unique<AudioTrack>(*info.audio, format);
     if (int rc = avio_open(&format->pb, temp_.path().c_str(), AVIO_FLAG_WRITE); rc < 0) {
       throw RunError(path + ": cannot write: " + av_error_text(rc));
     }
@@ -170,6 +173,7 @@ class Mp4Sink : public FrameSink {
     int rc = avformat_write_header(format, &options);
     av_dict_free(&options);
     if (rc < 0) throw RunError(path + ": cannot start the MP4 file: " + av_error_text(rc));
+    if (audio_) audio_->write();  // small: the muxer holds it until the video catches up
     stream_ = stream;
     frame_ = alloc_frame();
     packet_ = alloc_packet();
@@ -235,6 +239,7 @@ class Mp4Sink : public FrameSink {
 
   TempPath temp_;
   std::unique_ptr<AVFormatContext, OutputClose> format_;
+  std::unique_ptr<AudioTrack> audio_;
   CodecPtr encoder_;
   AVStream* stream_ = nullptr;
   FramePtr frame_;

@@ -4,8 +4,10 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
+#include "cli/audio_mix.h"
 #include "cli/cli_common.h"
 
 namespace zvcli {
@@ -18,6 +20,7 @@ struct OutputInfo {
   std::string subtitle;
   int video_quality = 18;    // H.264 constant-quality level (lower is better)
   int encoder_threads = 0;   // 0: the encoder decides
+  std::optional<AudioMix> audio;  // the sound an MP4 carries; none when unset
 };
 
 class FrameSink {

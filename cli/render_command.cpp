@@ -3,8 +3,10 @@
 // a Y4M stream, a contact sheet or a folder of PNGs.
 #include <cstdio>
 #include <string>
+#include <thread>
 #include <unistd.h>
 
+#include "cli/audio_mix.h"
 #include "cli/cli_common.h"
 #include "cli/commands.h"
 #include "cli/media_input.h"
@@ -18,7 +20,7 @@ namespace {
 
 constexpr const char* kUsage =
     "usage: zvtran render A B --transition T [--style S] [--param1 N] [--param2 X] [--duration SEC] "
-    "[--offset SEC] [--size WxH] [--fps R] [--with-clips] -o OUT";
+    "[--offset SEC] [--size WxH] [--fps R] [--with-clips] [--threads N] [--no-audio] -o OUT";
 constexpr int kMaxSide = 8192;
 constexpr int kMaxFrames = 1000000;
 
@@ -43,8 +45,8 @@ void draw_progress(int done, int total) {
 int render_command(int argc, char** argv) {
   std::vector<char*> argument_list = with_long_output_option(argc, argv);
   Args args(static_cast<int>(argument_list.size()), argument_list.data(),
-            {"transition", "style", "param1", "param2", "duration", "offset", "size", "fps", "output"},
-            {"with-clips"});
+            {"transition", "style", "param1", "param2", "duration", "offset", "size", "fps", "output", "threads"},
+            {"with-clips", "no-audio"});
   if (args.positional().size() != 2) throw UsageError(kUsage);
   const std::string out_path = args.require("output");
   const int id = resolve_transition(args.require("transition"));
@@ -60,6 +62,12 @@ int render_command(int argc, char** argv) {
   plan.param2 = args.get_double("param2", 0.0);
   plan.duration = args.get_double("duration", 1.0);
   if (!(plan.duration > 0 && plan.duration <= 3600)) throw UsageError("--duration must be above 0 and at most 3600");
+
+  plan.threads = args.get_int("threads", static_cast<int>(std::max(1u, std::thread::hardware_concurrency())));
+  if (plan.threads < 1 || plan.threads > 256) throw UsageError("--threads must be 1 to 256");
+  if (args.positional()[0] == "-" && args.positional()[1] == "-") {
+    throw UsageError("only one of A and B can be - (standard input)");
+  }
 
   std::unique_ptr<FrameSource> a = open_source(args.positional()[0]);
   std::unique_ptr<FrameSource> b = open_source(args.positional()[1]);
@@ -89,6 +97,20 @@ int render_command(int argc, char** argv) {
   std::vector<std::string> styles = style_names(id);
   info.subtitle = "style " + std::to_string(plan.style) +
                   (plan.style < static_cast<int>(styles.size()) ? ": " + styles[plan.style] : "");
+  if (!args.has("no-audio")) {
+    // Patterns, stdin and files without sound play silence; no track when neither has any.
+    AudioMix mix;
+    for (int k = 0; k < 2; ++k) {
+      const std::string& name = args.positional()[k];
+      if (name != "-" && name.compare(0, 8, "pattern:") != 0 && has_audio(name)) (k ? mix.b : mix.a) = name;
+    }
+    const int n = plan.transition_frames();
+    mix.a_start = plan.offset - plan.lead_frames / plan.fps;
+    mix.a_length = (plan.lead_frames + n) / plan.fps;
+    mix.b_length = (n + plan.tail_frames) / plan.fps;
+    mix.crossfade = n / plan.fps;
+    if (!mix.a.empty() || !mix.b.empty()) info.audio = mix;
+  }
   catch_interrupts();
   std::unique_ptr<FrameSink> sink = open_sink(out_path, info);
 

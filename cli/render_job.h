@@ -32,12 +32,14 @@ struct RenderPlan {
   double fps = 25;
   int lead_frames = 0;       // frames of A alone before the transition
   int tail_frames = 0;       // frames of B alone after it
+  int threads = 1;           // transition workers (readers and the writer have their own)
   int transition_frames() const;
   int total_frames() const { return lead_frames + transition_frames() + tail_frames; }
 };
 
-// Renders every frame into each sink (they are finished by the caller).
-// `progress` is called after each frame with the count done.
+// Renders every frame into each sink (they are finished by the caller), the
+// same bytes whatever `plan.threads` is. `progress` is called after each frame
+// with the count done, on the calling thread, which also writes the sinks.
 void render(const RenderPlan& plan, FrameSource& a, FrameSource& b, const std::vector<FrameSink*>& sinks,
             const std::function<void(int done)>& progress = {});
 
