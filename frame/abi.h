@@ -12,9 +12,12 @@
 #define ZV_DLL_IMPORT
 #endif
 
-// Exports of the transition library itself.
+// Exports of the transition library itself. Programs that link its static
+// core (the tests, the command-line program) neither import nor export them.
 #if defined(ZV_BUILDING_TRANSITION)
 #define ZV_API ZV_DLL_EXPORT
+#elif defined(ZV_TRANSITION_STATIC)
+#define ZV_API
 #else
 #define ZV_API ZV_DLL_IMPORT
 #endif
