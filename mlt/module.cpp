@@ -4,6 +4,7 @@
 // applies and the rest of the output shows A.
 #include <framework/mlt.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <set>
@@ -50,18 +51,27 @@ struct ThreadRenderers {
 };
 thread_local ThreadRenderers t_renderers;
 
-// A yuv420p frame of MLT as an Image: MLT's own planes when their layout is the
-// library's (packed rows, chroma of width / 2 by height / 2), a copy otherwise.
+// MLT's yuv420p layout, as its FFmpeg-backed services lay frames out: packed
+// rows, chroma planes of (width + 1) / 2 by (height + 1) / 2, U then V.
+struct Layout {
+  Layout(int w, int h) : width(w), height(h), chroma_width((w + 1) / 2), chroma_height((h + 1) / 2) {}
+  size_t offset(int plane) const {
+    const size_t luma = static_cast<size_t>(width) * height;
+    return plane == 0 ? 0 : luma + (plane - 1) * static_cast<size_t>(chroma_width) * chroma_height;
+  }
+  int stride(int plane) const { return plane ? chroma_width : width; }
+  size_t size() const { return offset(3); }
+  int width, height, chroma_width, chroma_height;
+};
+
+// A yuv420p frame of MLT as an Image: MLT's own planes when the layouts agree
+// (even sizes), else a copy, since the library's chroma planes are width / 2 by
+// height / 2. A copy never reaches past the `size` bytes MLT handed over.
 class FrameImage {
  public:
-  FrameImage(uint8_t* data, int width, int height) : width_(width), height_(height) {
-    mlt_image_format_planes(mlt_image_yuv420p, width, height, data, planes_, strides_);
-    const int cw = width / 2, ch = height / 2;
-    bool packed = strides_[0] == width && strides_[1] == cw && strides_[2] == cw &&
-                  planes_[1] == planes_[0] + static_cast<size_t>(width) * height &&
-                  planes_[2] == planes_[1] + static_cast<size_t>(cw) * ch;
-    if (packed) {
-      image_ = new Image(width, height, planes_[0], planes_[1], planes_[2]);
+  FrameImage(uint8_t* data, size_t size, int width, int height) : data_(data), size_(size), layout_(width, height) {
+    if (width % 2 == 0 && height % 2 == 0 && layout_.size() <= size) {
+      image_ = new Image(width, height, data, data + layout_.offset(1), data + layout_.offset(2));
     } else {
       image_ = new Image(width, height);
       copied_ = true;
@@ -82,24 +92,26 @@ class FrameImage {
   void transfer(bool into_image) {
     uint8_t* own[3] = {image_->get_Y(), image_->get_U(), image_->get_V()};
     for (int p = 0; p < 3; ++p) {
-      const int w = p ? width_ / 2 : width_, h = p ? height_ / 2 : height_;
+      const int w = p ? layout_.width / 2 : layout_.width, h = p ? layout_.height / 2 : layout_.height;
       for (int row = 0; row < h; ++row) {
+        const size_t at = layout_.offset(p) + static_cast<size_t>(row) * layout_.stride(p);
+        if (at + w > size_) return;
         uint8_t* mine = own[p] + static_cast<size_t>(row) * w;
-        uint8_t* theirs = planes_[p] + static_cast<size_t>(row) * strides_[p];
-        std::memcpy(into_image ? mine : theirs, into_image ? theirs : mine, w);
+        std::memcpy(into_image ? mine : data_ + at, into_image ? data_ + at : mine, w);
       }
     }
   }
 
-  int width_, height_;
-  uint8_t* planes_[4];
-  int strides_[4];
+  uint8_t* data_;
+  size_t size_;
+  Layout layout_;
   Image* image_ = nullptr;
   bool copied_ = false;
 };
 
 // The style the service is set to: an index or a style name. Out of range or
-// unknown styles are reported and clamped, as MLT's own services clamp.
+// unknown styles are clamped, as MLT's own services clamp, and reported once
+// per value.
 int style_of(mlt_transition transition, const Service& service) {
   mlt_properties properties = MLT_TRANSITION_PROPERTIES(transition);
   const char* value = mlt_properties_get(properties, "style");
@@ -110,18 +122,16 @@ int style_of(mlt_transition transition, const Service& service) {
   }
   char* end = nullptr;
   long index = std::strtol(value, &end, 10);
-  if (end == value || *end != '\0') {
-    mlt_log_warning(MLT_TRANSITION_SERVICE(transition), "unknown style \"%s\", using \"%s\"\n", value,
-                    service.styles[0].c_str());
-    return 0;
+  const bool number = end != value && *end == '\0';
+  if (number && index >= 0 && index <= last) return static_cast<int>(index);
+  const int clamped = number && index > last ? last : 0;
+  const char* reported = mlt_properties_get(properties, "_zv_reported_style");
+  if (!reported || std::strcmp(reported, value) != 0) {
+    mlt_log_warning(MLT_TRANSITION_SERVICE(transition), "style \"%s\" out of range 0-%d, using %d (\"%s\")\n", value,
+                    last, clamped, service.styles[clamped].c_str());
+    mlt_properties_set(properties, "_zv_reported_style", value);
   }
-  if (index < 0 || index > last) {
-    long clamped = index < 0 ? 0 : last;
-    mlt_log_warning(MLT_TRANSITION_SERVICE(transition), "style %ld out of range 0-%d, using %ld\n", index, last,
-                    clamped);
-    return static_cast<int>(clamped);
-  }
-  return static_cast<int>(index);
+  return clamped;
 }
 
 // The parameter block of this frame: duration the transition's length in
@@ -156,15 +166,18 @@ int get_image(mlt_frame a_frame, uint8_t** image, mlt_image_format* format, int*
   if (mlt_frame_get_image(b_frame, &b_image, &b_format, &b_width, &b_height, 0) || b_format != mlt_image_yuv420p)
     return 0;
 
-  const int size = mlt_image_format_size(mlt_image_yuv420p, *width, *height, nullptr);
+  const size_t a_size = mlt_image_format_size(mlt_image_yuv420p, *width, *height, nullptr);
+  const size_t b_size = mlt_image_format_size(mlt_image_yuv420p, b_width, b_height, nullptr);
+  const int size = static_cast<int>(std::max(a_size, Layout(*width, *height).size()));
   auto* out_data = static_cast<uint8_t*>(mlt_pool_alloc(size));
   // Outside the common region the library leaves the output as it was: A.
-  if (b_width != *width || b_height != *height) std::memcpy(out_data, *image, size);
+  if (b_width != *width || b_height != *height) std::memcpy(out_data, *image, a_size);
 
   TransitionParams params = params_of(transition, a_frame, *service);
   int result;
   {
-    FrameImage out(out_data, *width, *height), a(*image, *width, *height), b(b_image, b_width, b_height);
+    FrameImage out(out_data, size, *width, *height), a(*image, a_size, *width, *height),
+        b(b_image, b_size, b_width, b_height);
     t_renderers.used.emplace(*width, *height, service->id);
     result = transition_get_op(service->id)(out.image(), a.image(), b.image(), &params);
     out.write_back();
@@ -194,6 +207,7 @@ void* transition_init(mlt_profile /*profile*/, mlt_service_type /*type*/, const 
   if (!transition) return nullptr;
   transition->process = process;
   mlt_properties_set_int(MLT_TRANSITION_PROPERTIES(transition), "_zv_service", service);
+  mlt_properties_set_int(MLT_TRANSITION_PROPERTIES(transition), "_transition_type", 1);  // video only
   return transition;
 }
 
@@ -207,7 +221,8 @@ mlt_properties metadata(mlt_service_type /*type*/, const char* id, void* /*data*
 
 }  // namespace
 
-extern "C" MLT_REPOSITORY {
+// The one symbol MLT looks up in the module.
+extern "C" ZV_DLL_EXPORT MLT_REPOSITORY {
   auto catalogue = zv_mlt::read_catalogue();
   if (catalogue.empty()) {
     mlt_log_error(nullptr, "zvtransition: the library registered no transitions\n");
