@@ -183,8 +183,12 @@ int get_image(mlt_frame a_frame, uint8_t** image, mlt_image_format* format, int*
     out.write_back();
   }
   if (result != kTransitionDone) {
-    mlt_log_warning(MLT_TRANSITION_SERVICE(transition), "%s returned %d; showing A\n", service->name.c_str(),
-                    result);
+    mlt_properties properties = MLT_TRANSITION_PROPERTIES(transition);
+    if (mlt_properties_get_int(properties, "_zv_reported_result") != result) {
+      mlt_log_warning(MLT_TRANSITION_SERVICE(transition), "%s returned %d; showing A\n", service->name.c_str(),
+                      result);
+      mlt_properties_set_int(properties, "_zv_reported_result", result);
+    }
     mlt_pool_release(out_data);
     return 0;
   }
