@@ -11,11 +11,14 @@ cmake --install "$build" --prefix "$prefix" >/dev/null
 
 cmake -S "$here" -B "$work/cmake" -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_COMPILER="$cxx" >/dev/null
 cmake --build "$work/cmake" >/dev/null
-echo "find_package: $("$work/cmake/consumer")"
+said=$("$work/cmake/consumer")
+echo "find_package: $said"
 
 pc_dir=$(dirname "$(find "$prefix" -name zvtransition.pc)")
 flags=$(PKG_CONFIG_PATH=$pc_dir pkg-config --cflags --libs zvtransition)
 libdir=$(PKG_CONFIG_PATH=$pc_dir pkg-config --variable=libdir zvtransition)
 # shellcheck disable=SC2086
-"$cxx" -std=c++17 "$here/consumer.cpp" -o "$work/consumer-pc" $flags -Wl,--no-as-needed -lzvCtrls -Wl,-rpath,"$libdir"
-echo "pkg-config: $("$work/consumer-pc")"
+"$cxx" -std=c++17 "$here/consumer.cpp" -o "$work/consumer-pc" $flags \
+  -Wl,--push-state,--no-as-needed -lzvCtrls -Wl,--pop-state -Wl,-rpath,"$libdir"
+said=$("$work/consumer-pc")
+echo "pkg-config: $said"
