@@ -5,8 +5,6 @@
 
 #include <cstdint>
 
-#include "frame/abi.h"
-
 namespace zv {
 
 constexpr int kRandMax = 32767;
@@ -18,6 +16,6 @@ int rand();
 void rand_fill(uint16_t* values, int n);
 
 // Sets the calling thread's state; only tests use it, to replay a sequence.
-ZV_API void set_random_state(uint32_t state);
+void set_random_state(uint32_t state);
 
 }  // namespace zv

@@ -4,6 +4,18 @@ function(zv_link_controls_module target)
   if(WIN32)
     target_link_libraries(${target} PRIVATE zvCtrls)
   else()
-    target_link_libraries(${target} PRIVATE -Wl,--no-as-needed zvCtrls -Wl,--as-needed)
+    target_link_libraries(${target} PRIVATE -Wl,--push-state,--no-as-needed zvCtrls -Wl,--pop-state)
+  endif()
+endfunction()
+
+# Links the static core into a program that needs the library's internals. The
+# shared library is loaded beside it only for its string resources, which the
+# host's string loader finds in the module of that name; its code is not called.
+function(zv_link_core target)
+  target_link_libraries(${target} PRIVATE ZvTransitionCore)
+  if(WIN32)
+    target_link_libraries(${target} PRIVATE ZvTransition)
+  else()
+    target_link_libraries(${target} PRIVATE -Wl,--push-state,--no-as-needed ZvTransition -Wl,--pop-state)
   endif()
 endfunction()

@@ -4,8 +4,10 @@
 
 namespace zv {
 
-const char* const kControlsModuleName = "libzvCtrls.so";
-const char* const kTransitionModuleName = "libZvTransition.so";
+// The names the modules are loaded under (their sonames), so a module is found
+// whichever path or link name loaded it.
+const char* const kControlsModuleName = ZV_CONTROLS_MODULE_FILE;
+const char* const kTransitionModuleName = ZV_TRANSITION_MODULE_FILE;
 const char* const kLoadStringSymbol = "_Z12ZvLoadStringjPv";
 
 ZvModule find_loaded_module(const char* file_name) {

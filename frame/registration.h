@@ -11,8 +11,8 @@ constexpr int kTransitionCount = 66;
 const char* load_library_string(unsigned int id);
 
 // The entry registered for id 1..66, or null outside that range.
-ZV_API TransitionOp transition_entry(int id);
+TransitionOp transition_entry(int id);
 // False for the ids whose entry is still the placeholder.
-ZV_API bool transition_is_implemented(int id);
+bool transition_is_implemented(int id);
 
 }  // namespace zv

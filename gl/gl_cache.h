@@ -7,12 +7,8 @@
 
 #include "frame/entry.h"
 #include "frame/transition_op.h"
+#include "gl/gl_release.h"
 #include "gl/gl_renderer.h"
-
-// Releases one OpenGL renderer of the calling thread (the first it created
-// that is still cached); nothing when it has none. A thread that rendered
-// several effects or sizes calls it once for each.
-ZV_API void ZV_STDCALL ZvFreeOpenGLObj();
 
 namespace zv {
 
@@ -60,7 +56,7 @@ struct GlEffect {
 int run_gl_transition(const GlEffect& effect, Image* out, Image* a, Image* b, TransitionParams* params);
 
 // What the caches hold, for hosts' diagnostics and the tests.
-ZV_API int gl_renderer_count();
-ZV_API int frame_dib_set_count();
+int gl_renderer_count();
+int frame_dib_set_count();
 
 }  // namespace zv

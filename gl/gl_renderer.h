@@ -5,7 +5,6 @@
 
 #include <cstdint>
 
-#include "frame/abi.h"
 #include "host/image.h"
 #include "host/new_dib.h"
 
@@ -13,7 +12,7 @@ namespace zv {
 
 // The one texture of a renderer. Frames are uploaded centred into a square
 // texture (or rescaled to fill it when it is 2048 on a side).
-class ZV_API CGlTexture {
+class CGlTexture {
  public:
   CGlTexture();
   virtual ~CGlTexture();
@@ -32,7 +31,7 @@ class ZV_API CGlTexture {
 };
 
 // Base of every 3D effect's renderer; one per frame size, effect and thread.
-class ZV_API CGlRenderer {
+class CGlRenderer {
  public:
   CGlRenderer();
   virtual ~CGlRenderer();
@@ -72,10 +71,10 @@ class ZV_API CGlRenderer {
 };
 
 // Side of the square texture for a frame whose larger side is n: never past 2048.
-ZV_API int TextureSizeFor(int n);
+int TextureSizeFor(int n);
 // The z translation at which a full-frame quad fills the view, for texture
 // side `s` and frame size `w` x `h`.
-ZV_API double CameraDistanceFor(int s, int w, int h);
+double CameraDistanceFor(int s, int w, int h);
 
 // What the effects derive from a frame bitmap of w x h: the texture side s,
 // the camera distance d, r = h / w, and the fractions of the texture the

@@ -13,7 +13,7 @@ static_assert(offsetof(Image, picture_height) == 52, "picture height is the four
 
 Image::Image(int w, int h, int format)
     : host_word0(0), width(w), height(h), chroma_format(format), host_words{},
-      picture_width(w), picture_height(h), flags_(0), planes_{} {
+      picture_width(w), picture_height(h), flags_(0), planes_{}, owns_planes_(true) {
   for (int p = 0; p < 3; ++p) {
     // Never a null plane, even for an empty frame, so callers may form pointers freely.
     size_t n = std::max<size_t>(plane_size(p), 1);
@@ -21,7 +21,12 @@ Image::Image(int w, int h, int format)
   }
 }
 
+Image::Image(int w, int h, uint8_t* y, uint8_t* u, uint8_t* v)
+    : host_word0(0), width(w), height(h), chroma_format(kChroma420), host_words{},
+      picture_width(w), picture_height(h), flags_(0), planes_{y, u, v}, owns_planes_(false) {}
+
 Image::~Image() {
+  if (!owns_planes_) return;
   for (uint8_t* plane : planes_) delete[] plane;
 }
 

@@ -14,6 +14,9 @@ class ZV_ZORVAN_API Image {
  public:
   // Allocates a zeroed frame; the picture size starts equal to the frame size.
   Image(int width, int height, int chroma_format = kChroma420);
+  // Wraps 4:2:0 planes that someone else owns (packed rows, chroma planes of
+  // width / 2 by height / 2); they are never freed here.
+  Image(int width, int height, uint8_t* y, uint8_t* u, uint8_t* v);
   ~Image();
   Image(const Image&) = delete;
   Image& operator=(const Image&) = delete;
@@ -51,4 +54,5 @@ class ZV_ZORVAN_API Image {
   // The host's own state; public only so the field layout above stays standard.
   int32_t flags_;
   uint8_t* planes_[3];
+  bool owns_planes_;
 };

@@ -8,6 +8,7 @@ ZV_PACKAGES=(
   libavformat-dev libavcodec-dev libswscale-dev libavutil-dev
   libavfilter-dev libswresample-dev
   libhwy-dev libcli11-dev nlohmann-json3-dev
+  libmlt-dev libmlt++-dev melt
   ffmpeg chromium
 )
 

@@ -1,0 +1,27 @@
+// How the MLT module names and describes the library's transitions.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace zv_mlt {
+
+// The service name of a transition: "zv_" and its display name in lower case,
+// every run of other characters than letters and digits made one underscore
+// ("3D Z-Stretch" gives "zv_3d_z_stretch").
+std::string service_name(const char* display_name);
+
+// What the catalogue says about one transition, copied out of the library's
+// static buffers.
+struct TransitionInfo {
+  int id = 0;
+  std::string name;                 // display name
+  std::vector<std::string> styles;  // style names, style 0 first
+  std::vector<std::string> labels;  // the style's label, then param1's and param2's
+};
+
+// Registers the transitions with the host (this process) and reads the
+// catalogue: ids 1 to 66, or nothing when the library could not register.
+std::vector<TransitionInfo> read_catalogue();
+
+}  // namespace zv_mlt

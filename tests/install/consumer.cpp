@@ -1,0 +1,30 @@
+// A host built against the installed library: registers the transitions and
+// runs one. Prints what it found; exits non-zero when something is wrong.
+#include <cstdio>
+#include <cstring>
+
+#include "frame/transition_op.h"
+#include "frame/zv_transition.h"
+#include "gl/gl_release.h"
+#include "host/image.h"
+#include "host/transition_registry.h"
+
+int main() {
+  if (zvTranInit() != 1) return std::puts("zvTranInit failed"), 1;
+  int count = transition_get_op_count();
+  int fade = transition_get_op_id("Fade");
+  if (count != 66 || fade != 14) return std::printf("%d transitions, Fade is %d\n", count, fade), 1;
+
+  Image a(64, 48), b(64, 48), out(64, 48);
+  std::memset(a.get_Y(), 40, a.plane_size(0));
+  std::memset(b.get_Y(), 200, b.plane_size(0));
+  TransitionParams params{};
+  params.duration = 1.0;
+  params.position = 1.0;
+  params.enabled = 1;
+  int result = transition_get_op(fade)(&out, &a, &b, &params);
+  if (result != 0 || out.get_Y()[0] != 200) return std::printf("Fade gave %d, luma %d\n", result, out.get_Y()[0]), 1;
+  ZvFreeOpenGLObj();
+  std::printf("66 transitions; %s drew b; style 0 is \"%s\"\n", transition_get_op_name(fade), zvTranGetStyleName(14)[0]);
+  return 0;
+}
