@@ -52,6 +52,18 @@ const RowKernels& c_rows() {
   return rows;
 }
 
+#ifdef ZV_C_ROWS_ONLY
+// No SIMD rows in this build: the fast table holds the C rows.
+const RowKernels& simd_rows() {
+  static const RowKernels rows = [] {
+    RowKernels r = c_rows();
+    r.reference = false;
+    return r;
+  }();
+  return rows;
+}
+#endif
+
 const RowKernels& row_kernels() { return kernel_path() == KernelPath::kReference ? c_rows() : simd_rows(); }
 
 }  // namespace zv
