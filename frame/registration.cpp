@@ -4,6 +4,7 @@
 #include "blends/dissolves.h"
 #include "blends/fade.h"
 #include "blends/gradient_wipe.h"
+#include "blends/image_space.h"
 #include "blends/mesh.h"
 #include "blends/mosaic.h"
 #include "blends/picture_in_picture.h"
@@ -69,13 +70,13 @@ const TransitionOp kEntries[kTransitionCount] = {
     not_implemented_transition,  // 26 3D Page Turn
     not_implemented_transition,  // 27 3D Center Peel
     not_implemented_transition,  // 28 3D Peel Back
-    not_implemented_transition,  // 29 Obscure
+    obscure,                     // 29 Obscure
     not_implemented_transition,  // 30 Split Back
     not_implemented_transition,  // 31 Single Triangle Door
     not_implemented_transition,  // 32 Multi-Triangle Door
-    not_implemented_transition,  // 33 Swap
+    swap,                        // 33 Swap
     not_implemented_transition,  // 34 3D Curtain
-    not_implemented_transition,  // 35 Swing
+    swing,                       // 35 Swing
     add_dissolve,                // 36 Add Dissolve
     non_add_dissolve,            // 37 Non Add Dissolve
     random_dissolve,             // 38 Random Dissolve
@@ -94,18 +95,18 @@ const TransitionOp kEntries[kTransitionCount] = {
     not_implemented_transition,  // 51 3D Window Grid
     not_implemented_transition,  // 52 3D Folding Box
     x_ray,                       // 53 X Ray
-    not_implemented_transition,  // 54 Gauze
+    gauze,                       // 54 Gauze
     not_implemented_transition,  // 55 Image Spiral
-    not_implemented_transition,  // 56 Edge Feather
+    edge_feather,                // 56 Edge Feather
     CubeTransition,              // 57 3D Cube
     not_implemented_transition,  // 58 3D Flip
     DoorTransition,              // 59 3D Door
     not_implemented_transition,  // 60 3D Bubbles
     not_implemented_transition,  // 61 3D Distort
     not_implemented_transition,  // 62 Patch
-    not_implemented_transition,  // 63 Wind
+    wind,                        // 63 Wind
     not_implemented_transition,  // 64 3D Shatter
-    not_implemented_transition,  // 65 Lens
+    lens,                        // 65 Lens
     blend_transition,            // 66 Blend
 };
 

@@ -1,0 +1,211 @@
+// Obscure, Swap, Swing, Gauze, Edge Feather, Wind and Lens: the exact samples
+// of their geometry on 720 x 576 frames (360 x 288 chroma).
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+
+#include "frame/det_rand.h"
+#include "frame/registration.h"
+#include "tests/test_support.h"
+
+namespace {
+
+using zvtest::ImagePtr;
+using zvtest::sample;
+
+constexpr int kObscure = 29, kSwap = 33, kSwing = 35, kGauze = 54, kEdgeFeather = 56, kWind = 63, kLens = 65;
+constexpr int W = 720, H = 576;
+
+struct Frames {
+  ImagePtr a, b, out;
+};
+
+Frames run(int id, int style, double position, int param1 = 0, bool solid = false) {
+  Frames f{solid ? zvtest::solid_frame(W, H, 200, 200, 200) : zvtest::random_frame(W, H, 1),
+           solid ? zvtest::solid_frame(W, H, 40, 40, 40) : zvtest::random_frame(W, H, 2),
+           zvtest::random_frame(W, H, 3)};
+  TransitionParams params = zvtest::make_params(style, position);
+  params.param1 = param1;
+  EXPECT_EQ(zv::transition_entry(id)(f.out.get(), f.a.get(), f.b.get(), &params), 0);
+  return f;
+}
+
+// One expected sample: plane, output position, and what it must equal.
+struct Expect {
+  int plane, x, y;
+  char source;  // 'a', 'b', or 'v' for a literal value
+  int sx, sy;   // source position, or the value in sx
+};
+
+struct Case {
+  std::string name;
+  int id, style;
+  double position;
+  int param1;
+  bool solid;
+  std::vector<Expect> expects;
+};
+
+// The bar heights of ten 72-column strips at p = 0.25 and 0.75.
+const int kBars[10] = {432, 400, 368, 336, 304, 272, 240, 208, 176, 144};
+
+std::vector<Expect> obscure_bars(bool second) {
+  std::vector<Expect> e;
+  for (int i = 0; i < 10; ++i) {
+    const int x = 72 * i + 71 * (i % 2);  // each strip's first or last column
+    const int h = kBars[i];
+    if (second) {
+      e.push_back({0, x, h - 1, 'b', x, h - 1});
+      e.push_back({0, x, h, 'v', 16, 0});
+    } else {
+      e.push_back({0, x, h - 1, 'v', 16, 0});
+      e.push_back({0, x, h, 'a', x, h});
+    }
+  }
+  return e;
+}
+
+std::vector<Case> cases() {
+  std::vector<Case> c = {
+      {"ObscureFirstPhase", kObscure, 0, 0.25, 10, false, obscure_bars(false)},
+      {"ObscureSecondPhase", kObscure, 0, 0.75, 10, false, obscure_bars(true)},
+      // Bottom to Top: the same bars from the bottom row up.
+      {"ObscureBottomToTop", kObscure, 1, 0.25, 10, false,
+       {{0, 0, H - 432, 'v', 16, 0}, {0, 0, H - 433, 'a', 0, H - 433}, {0, 719, H - 144, 'v', 16, 0},
+        {0, 719, H - 145, 'a', 719, H - 145}}},
+      // One strip: no stagger, one bar over the whole width.
+      {"ObscureOneStrip", kObscure, 0, 0.25, 1, false,
+       {{0, 0, 431, 'v', 16, 0}, {0, 719, 431, 'v', 16, 0}, {0, 719, 432, 'a', 719, 432}}},
+      {"SwapMidpoint", kSwap, 0, 0.5, 0, false,
+       {{0, 0, 115, 'b', 120, 0}, {0, 359, 460, 'b', 718, 574}, {0, 360, 115, 'a', 0, 0},
+        {0, 719, 460, 'a', 598, 574}, {0, 0, 114, 'v', 16, 0}, {0, 500, 461, 'v', 16, 0}}},
+      // `a` in front where they overlap; `b` from column -51, `a` from 255.
+      {"SwapQuarter", kSwap, 0, 0.25, 0, false,
+       {{0, 254, 81, 'b', 425, 0}, {0, 255, 81, 'a', 0, 0}, {0, 464, 493, 'a', 291, 574}, {0, 465, 81, 'a', 293, 0},
+        {0, 0, 80, 'v', 16, 0}, {0, 719, 494, 'v', 16, 0}}},
+      {"SwingIn1Half", kSwing, 0, 0.5, 0, false,
+       {{0, 0, 7, 'b', 0, 7}, {0, 508, 9, 'b', 508 * 720 / 509, 9}, {0, 509, 9, 'a', 509, 9}, {1, 254, 3, 'b', 254 * 360 / 255, 3},
+        {1, 255, 3, 'a', 255, 3}}},
+      {"SwingIn1Quarter", kSwing, 0, 0.25, 0, false, {{0, 275, 0, 'b', 275 * 720 / 276, 0}, {0, 276, 0, 'a', 276, 0}}},
+      {"SwingOut1Quarter", kSwing, 2, 0.25, 0, false,
+       {{0, 54, 5, 'b', 54, 5}, {0, 55, 5, 'a', 0, 5}, {0, 719, 5, 'a', 718, 5}}},
+      {"SwingIn2Half", kSwing, 1, 0.5, 0, false, {{0, 3, 406, 'b', 3, 406 * 576 / 407}, {0, 3, 407, 'a', 3, 407}}},
+      // Edge Feather, close all at p = 0.5, row 288: a = 200, b = 40.
+      {"FeatherCloseAll", kEdgeFeather, 1, 0.5, 0, true,
+       {{0, 360, 288, 'v', 200, 0}, {0, 569, 288, 'v', 200, 0}, {0, 612, 288, 'v', 123, 0}, {0, 659, 288, 'v', 40, 0},
+        {0, 719, 288, 'v', 40, 0}, {1, 306, 144, 'v', (200 * 132 + 40 * 124) >> 8, 0}}},
+      {"FeatherCloseAndOpen", kEdgeFeather, 0, 0.25, 0, true,
+       {{0, 612, 288, 'v', 111, 0}, {0, 719, 288, 'v', 16, 0}, {1, 359, 0, 'v', 128, 0}}},
+      {"FeatherBlackMidpoint", kEdgeFeather, 0, 0.5, 0, true,
+       {{0, 360, 288, 'v', 16, 0}, {0, 0, 0, 'v', 16, 0}, {2, 180, 144, 'v', 128, 0}}},
+      {"Lens", kLens, 0, 0.5, 0, false,
+       {{0, 359, 287, 'b', 359, 287}, {0, 560, 288, 'b', 547, 288}, {0, 360, 100, 'b', 360, 117}, {0, 600, 288, 'a', 600, 288}}},
+  };
+  return c;
+}
+
+class ImageSpaceEdges : public ::testing::TestWithParam<Case> {};
+
+TEST_P(ImageSpaceEdges, SamplesComeFromWhereTheGeometrySays) {
+  const Case& c = GetParam();
+  const Frames f = run(c.id, c.style, c.position, c.param1, c.solid);
+  for (const Expect& e : c.expects) {
+    const int want = e.source == 'v' ? e.sx : sample(e.source == 'a' ? *f.a : *f.b, e.plane, e.sx, e.sy);
+    EXPECT_EQ(sample(*f.out, e.plane, e.x, e.y), want)
+        << "plane " << e.plane << " at " << e.x << "," << e.y << " from " << e.source << " " << e.sx << "," << e.sy;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Designed, ImageSpaceEdges, ::testing::ValuesIn(cases()),
+                         [](const ::testing::TestParamInfo<Case>& info) { return info.param.name; });
+
+TEST(Obscure, MidpointIsBlackAndStripCountsAreLimited) {
+  const Frames f = run(kObscure, 0, 0.5, 10);
+  for (int plane = 0; plane < 3; ++plane) {
+    const std::vector<uint8_t> bytes = zvtest::plane_bytes(*f.out, plane);
+    EXPECT_EQ(bytes, std::vector<uint8_t>(bytes.size(), plane == 0 ? 16 : 128)) << "plane " << plane;
+  }
+  EXPECT_EQ(zvtest::frame_bytes(*run(kObscure, 0, 0.3, -3).out), zvtest::frame_bytes(*run(kObscure, 0, 0.3, 10).out));
+  EXPECT_EQ(zvtest::frame_bytes(*run(kObscure, 0, 0.3, 500).out), zvtest::frame_bytes(*run(kObscure, 0, 0.3, 100).out));
+}
+
+// Which picture each sample of a Gauze frame shows, on a 64 x 48 frame.
+TEST(Gauze, PatternsAtTheDesignedLevels) {
+  struct GauzeCase {
+    int style;
+    double position;
+    std::function<bool(int, int)> luma_b, chroma_b;
+  };
+  const GauzeCase kCases[] = {
+      {0, 0.5, [](int x, int y) { return (x + y) % 2 == 0; }, [](int x, int y) { return (x + y) % 2 == 0; }},
+      {2, 0.25, [](int x, int y) { return x % 8 == 0 || x % 8 == 7 || y % 8 == 0 || y % 8 == 7; }, nullptr},
+      {1, 1.0 / 64, [](int x, int y) { return x % 8 == 0 && y % 8 == 0; }, nullptr},
+  };
+  ImagePtr a = zvtest::solid_frame(64, 48, 50, 60, 70), b = zvtest::solid_frame(64, 48, 200, 210, 220);
+  for (const GauzeCase& c : kCases) {
+    ImagePtr out = zvtest::random_frame(64, 48, 3);
+    TransitionParams params = zvtest::make_params(c.style, c.position);
+    ASSERT_EQ(zv::transition_entry(kGauze)(out.get(), a.get(), b.get(), &params), 0);
+    for (int y = 0; y < 48; ++y) {
+      for (int x = 0; x < 64; ++x) {
+        ASSERT_EQ(sample(*out, 0, x, y), c.luma_b(x, y) ? 200 : 50) << "style " << c.style << " " << x << "," << y;
+        if (c.chroma_b && x < 32 && y < 24) {
+          ASSERT_EQ(sample(*out, 1, x, y), c.chroma_b(x, y) ? 210 : 60) << "chroma " << x << "," << y;
+        }
+      }
+    }
+  }
+}
+
+TEST(DetRand, GivesTheDesignedVectors) {
+  struct Vector {
+    uint32_t seed;
+    std::vector<int> values;
+  };
+  const Vector kVectors[] = {{0, {15470, 18256, 20940}},
+                             {zv::kWindSeed, {1275, 31157, 18922, 9026}},
+                             {zv::kBubblesSeed, {2971, 8664, 17621, 20287}},
+                             {zv::kShatterSeed, {8789, 4061}}};
+  for (const Vector& v : kVectors) {
+    zv::DetRand r;
+    zv::det_rand_seed(r, v.seed);
+    for (int expected : v.values) EXPECT_EQ(zv::det_rand_next(r), expected) << "seed " << v.seed;
+  }
+}
+
+// How far row y of a Wind frame has blown: b in [0, k), a's [0, W - k) after.
+int wind_travel(const Frames& f, int plane, int y) {
+  const int w = plane == 0 ? W : W / 2;
+  for (int k = 0; k <= w; ++k) {
+    bool match = true;
+    for (int x = 0; x < w && match; ++x) {
+      match = sample(*f.out, plane, x, y) == (x < k ? sample(*f.b, plane, x, y) : sample(*f.a, plane, x - k, y));
+    }
+    if (match) return k;
+  }
+  return -1;
+}
+
+TEST(Wind, RowPairsTravelByTheirOwnDelays) {
+  struct WindCase {
+    double position;
+    int plane;
+    std::vector<int> travels;  // of rows 0, 1, 2, ...
+  };
+  const WindCase kCases[] = {
+      {0.25, 0, {153, 153, 0, 0, 0, 0, 36, 36}},
+      {0.25, 1, {77, 0, 0, 18}},
+      {0.5, 0, {665, 665, 2, 2, 129, 129, 378, 378}},
+      {0.75, 0, {720, 720, 217, 217, 613, 613, 720, 720}},
+  };
+  for (const WindCase& c : kCases) {
+    const Frames f = run(kWind, 0, c.position);
+    for (size_t y = 0; y < c.travels.size(); ++y) {
+      EXPECT_EQ(wind_travel(f, c.plane, static_cast<int>(y)), c.travels[y])
+          << "position " << c.position << " plane " << c.plane << " row " << y;
+    }
+  }
+}
+
+}  // namespace
