@@ -14,6 +14,7 @@
 #include "effects3d/cube.h"
 #include "effects3d/door.h"
 #include "effects3d/drive_off.h"
+#include "effects3d/software3d.h"
 #include "frame/platform_module.h"
 #include "frame/zv_transition.h"
 #include "host/transition_registry.h"
@@ -59,7 +60,7 @@ const TransitionOp kEntries[kTransitionCount] = {
     mosaic_based_wipe,           // 15 Mosaic Based Wipe
     picture_in_picture,          // 16 Picture in picture
     zvTransparentOverlap,        // 17 Overlap Alpha Blend: the exported service itself
-    not_implemented_transition,  // 18 3D Roll
+    roll_3d,                     // 18 3D Roll
     not_implemented_transition,  // 19 Wipe
     not_implemented_transition,  // 20 Split
     not_implemented_transition,  // 21 Center Split
@@ -67,15 +68,15 @@ const TransitionOp kEntries[kTransitionCount] = {
     not_implemented_transition,  // 23 Triangle Rotate
     not_implemented_transition,  // 24 Triangle Push
     not_implemented_transition,  // 25 Triangle Slide
-    not_implemented_transition,  // 26 3D Page Turn
-    not_implemented_transition,  // 27 3D Center Peel
-    not_implemented_transition,  // 28 3D Peel Back
+    page_turn_3d,                // 26 3D Page Turn
+    center_peel_3d,              // 27 3D Center Peel
+    peel_back_3d,                // 28 3D Peel Back
     obscure,                     // 29 Obscure
     not_implemented_transition,  // 30 Split Back
     not_implemented_transition,  // 31 Single Triangle Door
     not_implemented_transition,  // 32 Multi-Triangle Door
     swap,                        // 33 Swap
-    not_implemented_transition,  // 34 3D Curtain
+    curtain_3d,                  // 34 3D Curtain
     swing,                       // 35 Swing
     add_dissolve,                // 36 Add Dissolve
     non_add_dissolve,            // 37 Non Add Dissolve
