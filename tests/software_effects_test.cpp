@@ -1,10 +1,15 @@
-// Obscure, Swap, Swing, Gauze, Edge Feather, Wind and Lens: the exact samples
-// of their geometry on 720 x 576 frames (360 x 288 chroma).
+// The image-space effects (Obscure, Swap, Swing, Gauze, Edge Feather, Wind,
+// Lens) and the software 3D effects (3D Roll, 3D Page Turn, 3D Center Peel,
+// 3D Peel Back, 3D Curtain): the exact samples of their geometry on 720 x 576
+// frames (360 x 288 chroma), and what all twelve promise together.
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <limits>
 #include <string>
+#include <thread>
 
+#include "effects3d/column_surface.h"
 #include "frame/det_rand.h"
 #include "frame/registration.h"
 #include "tests/test_support.h"
@@ -14,6 +19,7 @@ namespace {
 using zvtest::ImagePtr;
 using zvtest::sample;
 
+constexpr int kRoll = 18, kPageTurn = 26, kCenterPeel = 27, kPeelBack = 28, kCurtain = 34;
 constexpr int kObscure = 29, kSwap = 33, kSwing = 35, kGauze = 54, kEdgeFeather = 56, kWind = 63, kLens = 65;
 constexpr int W = 720, H = 576;
 
@@ -36,6 +42,8 @@ struct Expect {
   int plane, x, y;
   char source;  // 'a', 'b', or 'v' for a literal value
   int sx, sy;   // source position, or the value in sx
+  int shade = 256;    // luma shaded by this weight
+  bool back = false;  // the back of a page
 };
 
 struct Case {
@@ -101,23 +109,72 @@ std::vector<Case> cases() {
        {{0, 360, 288, 'v', 16, 0}, {0, 0, 0, 'v', 16, 0}, {2, 180, 144, 'v', 128, 0}}},
       {"Lens", kLens, 0, 0.5, 0, false,
        {{0, 359, 287, 'b', 359, 287}, {0, 560, 288, 'b', 547, 288}, {0, 360, 100, 'b', 360, 117}, {0, 600, 288, 'a', 600, 288}}},
+      // 3D Roll, "Roll Out to Right", pct 20. p = 0.5: d = 144, the roll over
+      // columns 288..431 (chroma: d = 72 over 144..215).
+      {"RollHalf", kRoll, 2, 0.5, 20, false,
+       {{0, 0, 9, 'b', 0, 9}, {0, 287, 9, 'b', 287, 9}, {0, 432, 9, 'a', 432, 9}, {0, 719, 9, 'a', 719, 9},
+        {0, 288, 9, 'a', 214, 9, 154}, {0, 360, 9, 'a', 319, 9, 255}, {0, 431, 9, 'a', 423, 9, 154},
+        {1, 144, 5, 'a', 108, 5}, {1, 180, 5, 'a', 159, 5}, {2, 215, 5, 'a', 209, 5}}},
+      // p = 0.1: the roll's left edge at -58; it has taken up only a little.
+      {"RollStart", kRoll, 2, 0.1, 20, false,
+       {{0, 39, 3, 'b', 39, 3}, {0, 40, 3, 'a', 0, 3, 247}, {0, 85, 3, 'a', 77, 3, 154}, {0, 86, 3, 'a', 86, 3}}},
+      // Roll Out to Left is the mirror image; Roll In to Right runs it backwards.
+      {"RollOutToLeft", kRoll, 3, 0.5, 20, false,
+       {{0, 719 - 288, 9, 'a', 719 - 214, 9, 154}, {0, 719 - 287, 9, 'b', 719 - 287, 9}, {0, 0, 9, 'a', 0, 9}}},
+      {"RollInToRight", kRoll, 0, 0.5, 20, false,
+       {{0, 719 - 288, 9, 'b', 719 - 214, 9, 154}, {0, 719 - 287, 9, 'a', 719 - 287, 9}, {0, 0, 9, 'b', 0, 9}}},
+      // Vertical rolls measure the diameter on the height: d = 115, rows 231..345.
+      {"RollOutToBottom", kRoll, 6, 0.5, 20, false,
+       {{0, 9, 230, 'b', 9, 230}, {0, 9, 231, 'a', 9, 172, 155}, {0, 9, 288, 'a', 9, 255}, {0, 9, 345, 'a', 9, 338, 155},
+        {0, 9, 346, 'a', 9, 346}}},
+      // 3D Page Turn, "Right to Left".
+      {"PageTurnQuarter", kPageTurn, 1, 0.25, 0, false,
+       {{0, 614, 101, 'a', 718, 0}, {0, 614, 474, 'a', 718, 574}, {0, 614, 100, 'b', 614, 100},
+        {0, 614, 475, 'b', 614, 475}, {0, 360, 0, 'a', 360, 0}, {0, 615, 300, 'b', 615, 300}, {0, 359, 0, 'a', 359, 0}}},
+      {"PageTurnEdgeOn", kPageTurn, 1, 0.5, 0, false,
+       {{0, 359, 0, 'a', 359, 0}, {0, 360, 0, 'b', 360, 0}, {0, 719, 575, 'b', 719, 575}}},
+      {"PageTurnBack", kPageTurn, 1, 0.75, 0, false,
+       {{0, 105, 101, 'b', 1, 0}, {0, 105, 100, 'a', 105, 100}, {0, 105, 475, 'a', 105, 475},
+        {0, 104, 300, 'a', 104, 300}, {0, 359, 300, 'b', 359, 300}}},
+      {"PageTurnLeftToRight", kPageTurn, 0, 0.25, 0, false,
+       {{0, 105, 101, 'a', 1, 0}, {0, 104, 300, 'b', 104, 300}, {0, 360, 0, 'a', 360, 0}}},
+      // 3D Center Peel, "Open" at p = 0.5, top-left quarter.
+      {"CenterPeel", kCenterPeel, 0, 0.5, 0, false,
+       {{0, 350, 280, 'b', 350, 280}, {0, 300, 100, 'b', 300, 100}, {0, 100, 200, 'a', 107, 209, 256, true},
+        {0, 10, 10, 'a', 10, 10}, {0, 619, 200, 'a', 612, 209, 256, true}}},
+      // 3D Peel Back: top-left, top-right, bottom-right, bottom-left.
+      {"PeelBackFirstQuarter", kPeelBack, 0, 0.25, 0, false,
+       {{0, 100, 100, 'b', 100, 100}, {0, 359, 287, 'b', 359, 287}, {0, 500, 100, 'a', 500, 100},
+        {0, 500, 400, 'a', 500, 400}, {0, 100, 400, 'a', 100, 400}}},
+      {"PeelBackSecondQuarter", kPeelBack, 0, 0.375, 0, false,
+       {{0, 100, 100, 'b', 100, 100}, {0, 369, 280, 'b', 369, 280}, {0, 419, 100, 'b', 419, 100},
+        {0, 619, 200, 'a', 612, 209, 256, true}, {0, 500, 400, 'a', 500, 400}, {0, 100, 400, 'a', 100, 400}}},
+      {"PeelBackClose", kPeelBack, 1, 0.25, 0, false,
+       {{0, 100, 100, 'a', 100, 100}, {0, 500, 100, 'a', 500, 100}, {0, 500, 400, 'a', 500, 400},
+        {0, 100, 400, 'b', 100, 400}}},
+      // 3D Curtain at p = 0.5: 180 columns a side, pleats of 45 columns.
+      {"CurtainHalf", kCurtain, 0, 0.5, 0, false,
+       {{0, 11, 575, 'a', 22, 575, 217}, {0, 179, 490, 'a', 358, 575}, {0, 179, 491, 'b', 179, 491},
+        {0, 180, 0, 'b', 180, 0}, {0, 539, 0, 'b', 539, 0}, {0, 719, 0, 'a', 719, 0}, {1, 89, 3, 'a', 178, 4}, {1, 90, 3, 'b', 90, 3}}},
   };
   return c;
 }
 
-class ImageSpaceEdges : public ::testing::TestWithParam<Case> {};
+class SoftwareEffectEdges : public ::testing::TestWithParam<Case> {};
 
-TEST_P(ImageSpaceEdges, SamplesComeFromWhereTheGeometrySays) {
+TEST_P(SoftwareEffectEdges, SamplesComeFromWhereTheGeometrySays) {
   const Case& c = GetParam();
   const Frames f = run(c.id, c.style, c.position, c.param1, c.solid);
   for (const Expect& e : c.expects) {
-    const int want = e.source == 'v' ? e.sx : sample(e.source == 'a' ? *f.a : *f.b, e.plane, e.sx, e.sy);
+    int want = e.source == 'v' ? e.sx : sample(e.source == 'a' ? *f.a : *f.b, e.plane, e.sx, e.sy);
+    if (e.shade != 256) want = zv::shade_luma(want, e.shade);
+    if (e.back) want = zv::paper_back(want, e.plane != 0);
     EXPECT_EQ(sample(*f.out, e.plane, e.x, e.y), want)
         << "plane " << e.plane << " at " << e.x << "," << e.y << " from " << e.source << " " << e.sx << "," << e.sy;
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Designed, ImageSpaceEdges, ::testing::ValuesIn(cases()),
+INSTANTIATE_TEST_SUITE_P(Designed, SoftwareEffectEdges, ::testing::ValuesIn(cases()),
                          [](const ::testing::TestParamInfo<Case>& info) { return info.param.name; });
 
 TEST(Obscure, MidpointIsBlackAndStripCountsAreLimited) {
@@ -205,6 +262,48 @@ TEST(Wind, RowPairsTravelByTheirOwnDelays) {
       EXPECT_EQ(wind_travel(f, c.plane, static_cast<int>(y)), c.travels[y])
           << "position " << c.position << " plane " << c.plane << " row " << y;
     }
+  }
+}
+
+TEST(Roll, WidthParameterIsLimited) {
+  EXPECT_EQ(zvtest::frame_bytes(*run(kRoll, 2, 0.4, 0).out), zvtest::frame_bytes(*run(kRoll, 2, 0.4, 20).out));
+  EXPECT_EQ(zvtest::frame_bytes(*run(kRoll, 2, 0.4, 70).out), zvtest::frame_bytes(*run(kRoll, 2, 0.4, 50).out));
+}
+
+const int kTwelve[] = {kRoll, kPageTurn, kCenterPeel, kPeelBack, kObscure, kSwap,
+                       kCurtain, kSwing, kGauze, kEdgeFeather, kWind, kLens};
+
+// A zero duration or a NaN position shows `a`, whatever the style.
+TEST(SoftwareEffects, NanProgressShowsA) {
+  ImagePtr a = zvtest::random_frame(37, 21, 1), b = zvtest::random_frame(37, 21, 2);
+  for (int id : kTwelve) {
+    for (const auto& [position, duration] : {std::pair{0.5, 0.0}, std::pair{std::numeric_limits<double>::quiet_NaN(), 1.0}}) {
+      ImagePtr out = zvtest::random_frame(37, 21, 3);
+      TransitionParams params = zvtest::make_params(1, position, duration);
+      ASSERT_EQ(zv::transition_entry(id)(out.get(), a.get(), b.get(), &params), 0) << "id " << id;
+      EXPECT_EQ(zvtest::frame_bytes(*out), zvtest::frame_bytes(*a)) << "id " << id;
+    }
+  }
+}
+
+// Nothing is kept between calls and the generator is seeded per plane: the
+// same call gives the same picture on any thread, also when two run at once.
+TEST(SoftwareEffects, IdenticalCallsOnTwoThreadsGiveIdenticalPictures) {
+  ImagePtr a = zvtest::random_frame(96, 64, 1), b = zvtest::random_frame(96, 64, 2);
+  for (int id : kTwelve) {
+    auto draw = [&] {
+      ImagePtr out = zvtest::random_frame(96, 64, 3);
+      TransitionParams params = zvtest::make_params(1, 0.37);
+      zv::transition_entry(id)(out.get(), a.get(), b.get(), &params);
+      return zvtest::frame_bytes(*out);
+    };
+    const std::vector<uint8_t> here = draw();
+    std::vector<uint8_t> first, second;
+    std::thread t1([&] { first = draw(); }), t2([&] { second = draw(); });
+    t1.join();
+    t2.join();
+    EXPECT_EQ(first, here) << "id " << id;
+    EXPECT_EQ(second, here) << "id " << id;
   }
 }
 
