@@ -84,6 +84,7 @@ void feather_fast(const CommonRegion& r, const Iris& iris) {
   const double inside_r = iris.radius - kFeather - 1e-9, outside_r = iris.radius + 1e-9;
   const double inside2 = inside_r > 0 ? inside_r * inside_r : -1.0, outside2 = outside_r * outside_r;
   const int mid = w / 2;  // nx2 falls over [0, mid) and rises over [mid, w)
+  std::vector<int> weights(static_cast<size_t>(w));
   for (int y = 0; y < r.height; ++y) {
     const double ny = normalised(y, r.height), ny2 = ny * ny;
     uint8_t* o = row_at(r.out, r.out_stride, y);
@@ -101,8 +102,13 @@ void feather_fast(const CommonRegion& r, const Iris& iris) {
         std::memset(o + x0, iris.fill, x1 - x0);
       }
     };
+    // The ring: weights first (no branches), then the blend.
     auto ring = [&](int x0, int x1) {
-      for (int x = x0; x < x1; ++x) o[x] = mix(in[x], out ? out[x] : iris.fill, inner_weight(iris.radius, nx2[x] + ny2));
+      for (int x = x0; x < x1; ++x) {
+        const double v = (iris.radius - std::sqrt(nx2[x] + ny2)) / kFeather;
+        weights[x - x0] = static_cast<int>(std::min(std::max(v, 0.0), 1.0) * 256);
+      }
+      for (int x = x0; x < x1; ++x) o[x] = mix(in[x], out ? out[x] : iris.fill, weights[x - x0]);
     };
     outer_span(0, a0);
     ring(a0, a1);

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstring>
 #include <vector>
 
@@ -25,8 +26,8 @@ LensShape lens_shape(int w, int h, double p) {
 // r away from it: magnified by 1 - s at the centre, not at all at the rim.
 inline uint8_t through_lens(const CommonRegion& r, const LensShape& l, double dx, double dy, double dist) {
   const double m = (1 - l.strength) + l.strength * dist / l.radius;
-  const int sx = std::clamp(static_cast<int>(std::floor(l.cx + dx * m)), 0, r.width - 1);
-  const int sy = std::clamp(static_cast<int>(std::floor(l.cy + dy * m)), 0, r.height - 1);
+  const int sx = std::clamp(floor_to_int(l.cx + dx * m), 0, r.width - 1);
+  const int sy = std::clamp(floor_to_int(l.cy + dy * m), 0, r.height - 1);
   return row_at(r.b, r.b_stride, sy)[sx];
 }
 
@@ -46,7 +47,8 @@ void lens_reference(const CommonRegion& r, const LensShape& l) {
 // that keeps the root's decisions) are copied from `a` whole.
 void lens_fast(const CommonRegion& r, const LensShape& l) {
   const int w = r.width;
-  std::vector<double> dxs(static_cast<size_t>(w)), dx2(static_cast<size_t>(w));
+  std::vector<double> dxs(static_cast<size_t>(w)), dx2(static_cast<size_t>(w)), dist(static_cast<size_t>(w));
+  std::vector<ptrdiff_t> at(static_cast<size_t>(w));
   for (int x = 0; x < w; ++x) {
     dxs[x] = x + 0.5 - l.cx;
     dx2[x] = dxs[x] * dxs[x];
@@ -77,10 +79,16 @@ void lens_fast(const CommonRegion& r, const LensShape& l) {
     }
     const int end = lo;
     std::memcpy(o, pa, x0);
+    // Three passes without branches: distances, then where each sample reads
+    // (-1: outside the lens), then the copy.
+    for (int x = x0; x < end; ++x) dist[x] = std::sqrt(dx2[x] + dy2);
     for (int x = x0; x < end; ++x) {
-      const double dist = std::sqrt(dx2[x] + dy2);
-      o[x] = dist >= l.radius ? pa[x] : through_lens(r, l, dxs[x], dy, dist);
+      const double m = (1 - l.strength) + l.strength * dist[x] / l.radius;
+      const int sx = std::clamp(floor_to_int(l.cx + dxs[x] * m), 0, r.width - 1);
+      const int sy = std::clamp(floor_to_int(l.cy + dy * m), 0, r.height - 1);
+      at[x] = dist[x] >= l.radius ? -1 : sy * static_cast<ptrdiff_t>(r.b_stride) + sx;
     }
+    for (int x = x0; x < end; ++x) o[x] = at[x] < 0 ? pa[x] : r.b[at[x]];
     std::memcpy(o + end, pa + end, w - end);
   }
 }

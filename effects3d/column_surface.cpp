@@ -1,5 +1,6 @@
 #include "effects3d/column_surface.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "frame/kernel_path.h"
@@ -37,29 +38,37 @@ void draw_surface_fast(const SurfaceColumns& s, bool chroma, int src_h, int out_
                        uint8_t* out, const uint8_t* source) {
   const int n = s.size();
   if (n < 1 || src_h < 1) return;
-  // Shading a sample before it is stretched is the same as after: the stretch
-  // only picks samples.
-  const bool shaded = !chroma && [&] {
-    for (int w : s.shade) {
-      if (w != 256) return true;
-    }
-    return false;
-  }();
-  std::vector<uint8_t> block(static_cast<size_t>(n) * src_h);
-  for (int row = 0; row < src_h; ++row) {
-    const uint8_t* from = row_at(source, source_stride, row);
-    uint8_t* to = block.data() + static_cast<size_t>(row) * n;
-    for (int j = 0; j < n; ++j) to[j] = from[s.source[j]];
-    if (shaded) {
-      for (int j = 0; j < n; ++j) to[j] = shade_luma(to[j], s.shade[j]);
-    }
-  }
+  // Columns with the same top and height share one row map; the output is
+  // then written row by row, each run of columns gathering from its row.
+  struct Run {
+    int j0, j1, top, height;
+    size_t map;
+  };
+  std::vector<Run> runs;
+  std::vector<int32_t> maps;
+  int bottom = 0;
   for_each_column_run(
       n, [&](int j) { return static_cast<int64_t>(s.top[j]) << 32 | static_cast<uint32_t>(s.height[j]); },
       [&](int j0, int j1) {
-        stretch_column_run(s.height[j0], src_h, j1 - j0, out_stride, n, row_at(out, out_stride, s.top[j0]) + s.first + j0,
-                           block.data() + j0);
+        const int h = s.height[j0];
+        if (h < 1) return;
+        runs.push_back({j0, j1, s.top[j0], h, maps.size()});
+        for (int k = 0; k < h; ++k) maps.push_back(static_cast<int32_t>(stretch_row(k, src_h, h)));
+        bottom = std::max(bottom, s.top[j0] + h);
       });
+  const bool shaded = !chroma && std::any_of(s.shade.begin(), s.shade.end(), [](int w) { return w != 256; });
+  for (int y = 0; y < bottom; ++y) {
+    uint8_t* o = row_at(out, out_stride, y) + s.first;
+    for (const Run& run : runs) {
+      if (y < run.top || y >= run.top + run.height) continue;
+      const uint8_t* from = row_at(source, source_stride, maps[run.map + (y - run.top)]);
+      if (shaded) {
+        for (int j = run.j0; j < run.j1; ++j) o[j] = shade_luma(from[s.source[j]], s.shade[j]);
+      } else {
+        for (int j = run.j0; j < run.j1; ++j) o[j] = from[s.source[j]];
+      }
+    }
+  }
 }
 
 void draw_surface(const SurfaceColumns& s, bool chroma, int src_h, int out_stride, int source_stride, uint8_t* out,

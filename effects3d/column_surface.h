@@ -63,8 +63,8 @@ struct SurfaceColumns {
 };
 
 // Draws the surface over the output: the plain formulas column by column, or
-// (fast) the columns gathered and shaded into one block first, then runs of
-// equal top and height stretched together.
+// (fast) row by row, runs of columns with equal top and height sharing one
+// row map.
 void draw_surface_reference(const SurfaceColumns& s, bool chroma, int src_h, int out_stride, int source_stride,
                             uint8_t* out, const uint8_t* source);
 void draw_surface_fast(const SurfaceColumns& s, bool chroma, int src_h, int out_stride, int source_stride,

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstring>
 #include <vector>
 
@@ -39,8 +40,8 @@ inline bool flap_source(const Fold& fold, double u, double v, double lift_term, 
 
 // The page sample a flap shows, by its mirror point, kept inside the quarter.
 inline uint8_t flap_sample(const CommonRegion& r, const PeelQuadrant& g, double mu, double mv, bool chroma) {
-  const int x = std::clamp(static_cast<int>(std::floor(g.cx + g.ex * mu)), g.x0, g.x0 + g.w - 1);
-  const int y = std::clamp(static_cast<int>(std::floor(g.cy + g.ey * mv)), g.y0, g.y0 + g.h - 1);
+  const int x = std::clamp(floor_to_int(g.cx + g.ex * mu), g.x0, g.x0 + g.w - 1);
+  const int y = std::clamp(floor_to_int(g.cy + g.ey * mv), g.y0, g.y0 + g.h - 1);
   return paper_back(row_at(r.a, r.a_stride, y)[x], chroma);
 }
 
@@ -63,46 +64,63 @@ void peel_quadrant_reference(const CommonRegion& r, const PeelQuadrant& g, doubl
   }
 }
 
-// Per row, the lifted part is one run of columns from the corner's side (the
-// lifted test only grows with u): a span copy of `b`. The column terms are
-// computed once per quarter.
+// Per row, in order of growing u: a run of lifted samples (span copy of
+// `b`), then the samples the flap may cover (mv only falls with u), then flat
+// page (span copy of `a`). The column terms are computed once per quarter and
+// the flap samples in passes without branches.
 void peel_quadrant_fast(const CommonRegion& r, const PeelQuadrant& g, double q, bool chroma) {
   const Fold fold = fold_of(g, q);
-  std::vector<double> us(static_cast<size_t>(g.w)), u_share(static_cast<size_t>(g.w)), lift(static_cast<size_t>(g.w));
+  const size_t w = static_cast<size_t>(g.w);
+  std::vector<double> us(w), u_share(w), lift(w);
+  std::vector<ptrdiff_t> at(w);
   for (int i = 0; i < g.w; ++i) {
-    const int x = g.x0 + i;
-    us[i] = g.ex * (x + 0.5 - g.cx);
+    us[i] = g.ex * (g.x0 + i + 0.5 - g.cx);
     u_share[i] = us[i] / fold.qw;
     lift[i] = fold.f * fold.qw * fold.qh - fold.qh * us[i];
   }
-  // Columns in order of growing u: from the corner's side outward.
-  const bool from_left = g.ex > 0;
-  for (int y = g.y0; y < g.y0 + g.h; ++y) {
-    uint8_t* o = row_at(r.out, r.out_stride, y) + g.x0;
-    const uint8_t* pa = row_at(r.a, r.a_stride, y) + g.x0;
-    const uint8_t* pb = row_at(r.b, r.b_stride, y) + g.x0;
-    const double v = g.ey * (y + 0.5 - g.cy), v_share = v / fold.qh;
-    int lo = 0, hi = g.w;  // lifted count: the first k (in u order) not lifted
+  const bool from_left = g.ex > 0;  // u grows with the column
+  auto column = [&](int k) { return from_left ? k : g.w - 1 - k; };
+  // First k in [lo, w) of u order where keep(column) stops holding.
+  auto first_not = [&](int lo, auto keep) {
+    int hi = g.w;
     while (lo < hi) {
       const int m = lo + (hi - lo) / 2;
-      const int i = from_left ? m : g.w - 1 - m;
-      if (u_share[i] + v_share < fold.f) {
+      if (keep(column(m))) {
         lo = m + 1;
       } else {
         hi = m;
       }
     }
-    const int lifted = lo;
-    const int i0 = from_left ? lifted : 0, i1 = from_left ? g.w : g.w - lifted;
+    return lo;
+  };
+  for (int y = g.y0; y < g.y0 + g.h; ++y) {
+    uint8_t* o = row_at(r.out, r.out_stride, y) + g.x0;
+    const uint8_t* pa = row_at(r.a, r.a_stride, y) + g.x0;
+    const uint8_t* pb = row_at(r.b, r.b_stride, y) + g.x0;
+    const double v = g.ey * (y + 0.5 - g.cy), v_share = v / fold.qh;
+    const int lifted = first_not(0, [&](int i) { return u_share[i] + v_share < fold.f; });
+    const int flap_end = first_not(lifted, [&](int i) {
+      double mu, mv;
+      flap_source(fold, us[i], v, lift[i], &mu, &mv);
+      return mv > 0;
+    });
+    // The three runs as column ranges.
+    const int c0 = from_left ? lifted : g.w - flap_end, c1 = from_left ? flap_end : g.w - lifted;
     if (from_left) {
       std::memcpy(o, pb, lifted);
+      std::memcpy(o + c1, pa + c1, g.w - c1);
     } else {
-      std::memcpy(o + i1, pb + i1, lifted);
+      std::memcpy(o + c1, pb + c1, lifted);
+      std::memcpy(o, pa, c0);
     }
-    for (int i = i0; i < i1; ++i) {
+    for (int i = c0; i < c1; ++i) {
       double mu, mv;
-      o[i] = flap_source(fold, us[i], v, lift[i], &mu, &mv) ? flap_sample(r, g, mu, mv, chroma) : pa[i];
+      const bool flap = flap_source(fold, us[i], v, lift[i], &mu, &mv);
+      const int sx = std::clamp(floor_to_int(g.cx + g.ex * mu), g.x0, g.x0 + g.w - 1);
+      const int sy = std::clamp(floor_to_int(g.cy + g.ey * mv), g.y0, g.y0 + g.h - 1);
+      at[i] = flap ? sy * static_cast<ptrdiff_t>(r.a_stride) + sx : -1;
     }
+    for (int i = c0; i < c1; ++i) o[i] = at[i] < 0 ? pa[i] : paper_back(r.a[at[i]], chroma);
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <vector>
 
 namespace zv {
 
@@ -46,6 +47,12 @@ void scale_block_nearest(const BlockRect& target, const BlockRect& source, const
   const int64_t j1 = std::min<int64_t>(target.height, static_cast<int64_t>(clip.y) + clip.height - target.y);
   if (i0 >= i1 || j0 >= j1) return;
   const bool same_width = target.width == source.width;
+  // The source column of every target column inside the clip, worked out once.
+  std::vector<int32_t> columns;
+  if (!same_width) {
+    columns.resize(static_cast<size_t>(i1 - i0));
+    for (int64_t i = i0; i < i1; ++i) columns[i - i0] = static_cast<int32_t>(i * source.width / target.width);
+  }
   for (int64_t j = j0; j < j1; ++j) {
     const int64_t source_row = source.y + j * source.height / target.height;
     const uint8_t* from = row_at(source_start, source_stride, static_cast<int>(source_row)) + source.x;
@@ -54,7 +61,8 @@ void scale_block_nearest(const BlockRect& target, const BlockRect& source, const
       std::memcpy(to + i0, from + i0, static_cast<size_t>(i1 - i0));
       continue;
     }
-    for (int64_t i = i0; i < i1; ++i) to[i] = from[i * source.width / target.width];
+    uint8_t* o = to + i0;
+    for (size_t i = 0; i < columns.size(); ++i) o[i] = from[columns[i]];
   }
 }
 
