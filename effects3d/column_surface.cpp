@@ -38,37 +38,28 @@ void draw_surface_fast(const SurfaceColumns& s, bool chroma, int src_h, int out_
                        uint8_t* out, const uint8_t* source) {
   const int n = s.size();
   if (n < 1 || src_h < 1) return;
-  // Columns with the same top and height share one row map; the output is
-  // then written row by row, each run of columns gathering from its row.
-  struct Run {
-    int j0, j1, top, height;
-    size_t map;
-  };
-  std::vector<Run> runs;
-  std::vector<int32_t> maps;
-  int bottom = 0;
+  // Columns with the same top and height share one row map, worked out once
+  // per run; each output row of the run then gathers from one source row.
+  const bool shaded = !chroma && std::any_of(s.shade.begin(), s.shade.end(), [](int w) { return w != 256; });
+  std::vector<int32_t> rows(static_cast<size_t>(src_h));
   for_each_column_run(
       n, [&](int j) { return static_cast<int64_t>(s.top[j]) << 32 | static_cast<uint32_t>(s.height[j]); },
       [&](int j0, int j1) {
         const int h = s.height[j0];
-        if (h < 1) return;
-        runs.push_back({j0, j1, s.top[j0], h, maps.size()});
-        for (int k = 0; k < h; ++k) maps.push_back(static_cast<int32_t>(stretch_row(k, src_h, h)));
-        bottom = std::max(bottom, s.top[j0] + h);
+        for (int k = 0; k < h; ++k) rows[k] = static_cast<int32_t>(stretch_row(k, src_h, h));
+        const int* columns = s.source.data() + j0;
+        const int* shades = s.shade.data() + j0;
+        const int run = j1 - j0;
+        uint8_t* o = row_at(out, out_stride, s.top[j0]) + s.first + j0;
+        for (int k = 0; k < h; ++k, o += out_stride) {
+          const uint8_t* from = row_at(source, source_stride, rows[k]);
+          if (shaded) {
+            for (int j = 0; j < run; ++j) o[j] = shade_luma(from[columns[j]], shades[j]);
+          } else {
+            for (int j = 0; j < run; ++j) o[j] = from[columns[j]];
+          }
+        }
       });
-  const bool shaded = !chroma && std::any_of(s.shade.begin(), s.shade.end(), [](int w) { return w != 256; });
-  for (int y = 0; y < bottom; ++y) {
-    uint8_t* o = row_at(out, out_stride, y) + s.first;
-    for (const Run& run : runs) {
-      if (y < run.top || y >= run.top + run.height) continue;
-      const uint8_t* from = row_at(source, source_stride, maps[run.map + (y - run.top)]);
-      if (shaded) {
-        for (int j = run.j0; j < run.j1; ++j) o[j] = shade_luma(from[s.source[j]], s.shade[j]);
-      } else {
-        for (int j = run.j0; j < run.j1; ++j) o[j] = from[s.source[j]];
-      }
-    }
-  }
 }
 
 void draw_surface(const SurfaceColumns& s, bool chroma, int src_h, int out_stride, int source_stride, uint8_t* out,

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
-#include "blends/region_views.h"
 #include "effects3d/column_surface.h"
 #include "effects3d/software3d.h"
 #include "frame/entry.h"
@@ -34,7 +34,6 @@ void curtain_plane(const CommonRegion& r, double p, bool chroma) {
   const int left_half = w / 2, right_half = w - left_half;
   const int n_left = truncate_to_int((1 - p) * left_half + 0.5), n_right = truncate_to_int((1 - p) * right_half + 0.5);
   const int pleat = std::max(4, left_half / 8);  // source columns per pleat
-  copy_region_picture(r, true);                 // the stage
 
   // Left half: column i from the left edge. Right half: the mirror image,
   // output column w - 1 - i from `a`'s column w - 1 - source.
@@ -47,6 +46,23 @@ void curtain_plane(const CommonRegion& r, double p, bool chroma) {
   for (int j = 0; j < n_right; ++j) {
     const CurtainColumn c = curtain_column(n_right - 1 - j, n_right, right_half, pleat, p, h);
     right.add(w - 1 - c.source, 0, h - c.lift, c.shade);
+  }
+  // The stage: `b` between the halves and under their lifted ends (the
+  // curtains cover the rest).
+  copy_block(n_left, w - n_left - n_right, h, r.out_stride, r.b_stride, r.out + n_left, r.b);
+  const int lowest = std::min(left.size() ? left.height.back() : h, right.size() ? right.height.front() : h);
+  for (int y = lowest; y < h; ++y) {
+    // Heights fall toward each curtain's inner edge.
+    const int l0 = static_cast<int>(std::partition_point(left.height.begin(), left.height.end(),
+                                                         [y](int rows) { return rows > y; }) -
+                                    left.height.begin());
+    const int r1 = static_cast<int>(std::partition_point(right.height.begin(), right.height.end(),
+                                                         [y](int rows) { return rows <= y; }) -
+                                    right.height.begin());
+    uint8_t* o = row_at(r.out, r.out_stride, y);
+    const uint8_t* pb = row_at(r.b, r.b_stride, y);
+    std::memcpy(o + l0, pb + l0, n_left - l0);
+    std::memcpy(o + right.first, pb + right.first, r1);
   }
   draw_surface(left, chroma, h, r.out_stride, r.a_stride, r.out, r.a);
   draw_surface(right, chroma, h, r.out_stride, r.a_stride, r.out, r.a);
