@@ -131,9 +131,9 @@ void edge_feather_plane(const CommonRegion& r, int style, double p, bool chroma)
 }
 
 int ZV_STDCALL edge_feather(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_transition(out, a, b, params, EntryRules{ProgressClamp::kNaNShowsA, kCloseAll}, [params](const PlaneJob& j) {
-    edge_feather_plane(j.region(), params->style, j.progress, j.chroma);
-  });
+  return run_transition(
+      out, a, b, params, EntryRules{ProgressClamp::kNaNShowsA, kCloseAll},
+      [params](const PlaneJob& j) { edge_feather_plane(j.region(), params->style, j.progress, j.chroma); });
 }
 
 }  // namespace zv

@@ -111,8 +111,7 @@ void lens_plane(const CommonRegion& r, double p) {
 
 int ZV_STDCALL lens(Image* out, Image* a, Image* b, TransitionParams* params) {
   // Lens has no styles: `style` is not read.
-  return run_transition(out, a, b, params, EntryRules{},
-                        [](const PlaneJob& j) { lens_plane(j.region(), j.progress); });
+  return run_transition(out, a, b, params, EntryRules{}, [](const PlaneJob& j) { lens_plane(j.region(), j.progress); });
 }
 
 }  // namespace zv

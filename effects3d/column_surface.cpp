@@ -34,8 +34,8 @@ void draw_surface_reference(const SurfaceColumns& s, bool chroma, int src_h, int
   }
 }
 
-void draw_surface_fast(const SurfaceColumns& s, bool chroma, int src_h, int out_stride, int source_stride,
-                       uint8_t* out, const uint8_t* source) {
+void draw_surface_fast(const SurfaceColumns& s, bool chroma, int src_h, int out_stride, int source_stride, uint8_t* out,
+                       const uint8_t* source) {
   const int n = s.size();
   if (n < 1 || src_h < 1) return;
   // Columns with the same top and height share one row map, worked out once

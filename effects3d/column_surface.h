@@ -67,8 +67,8 @@ struct SurfaceColumns {
 // row map.
 void draw_surface_reference(const SurfaceColumns& s, bool chroma, int src_h, int out_stride, int source_stride,
                             uint8_t* out, const uint8_t* source);
-void draw_surface_fast(const SurfaceColumns& s, bool chroma, int src_h, int out_stride, int source_stride,
-                       uint8_t* out, const uint8_t* source);
+void draw_surface_fast(const SurfaceColumns& s, bool chroma, int src_h, int out_stride, int source_stride, uint8_t* out,
+                       const uint8_t* source);
 void draw_surface(const SurfaceColumns& s, bool chroma, int src_h, int out_stride, int source_stride, uint8_t* out,
                   const uint8_t* source);
 

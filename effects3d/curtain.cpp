@@ -53,12 +53,12 @@ void curtain_plane(const CommonRegion& r, double p, bool chroma) {
   const int lowest = std::min(left.size() ? left.height.back() : h, right.size() ? right.height.front() : h);
   for (int y = lowest; y < h; ++y) {
     // Heights fall toward each curtain's inner edge.
-    const int l0 = static_cast<int>(std::partition_point(left.height.begin(), left.height.end(),
-                                                         [y](int rows) { return rows > y; }) -
-                                    left.height.begin());
-    const int r1 = static_cast<int>(std::partition_point(right.height.begin(), right.height.end(),
-                                                         [y](int rows) { return rows <= y; }) -
-                                    right.height.begin());
+    const int l0 = static_cast<int>(
+        std::partition_point(left.height.begin(), left.height.end(), [y](int rows) { return rows > y; }) -
+        left.height.begin());
+    const int r1 = static_cast<int>(
+        std::partition_point(right.height.begin(), right.height.end(), [y](int rows) { return rows <= y; }) -
+        right.height.begin());
     uint8_t* o = row_at(r.out, r.out_stride, y);
     const uint8_t* pb = row_at(r.b, r.b_stride, y);
     std::memcpy(o + l0, pb + l0, n_left - l0);

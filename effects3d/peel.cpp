@@ -24,8 +24,8 @@ struct Fold {
 };
 
 Fold fold_of(const PeelQuadrant& g, double q) {
-  return {2 * q, static_cast<double>(g.w), static_cast<double>(g.h), std::sqrt(static_cast<double>(g.w) * g.w +
-                                                                               static_cast<double>(g.h) * g.h)};
+  return {2 * q, static_cast<double>(g.w), static_cast<double>(g.h),
+          std::sqrt(static_cast<double>(g.w) * g.w + static_cast<double>(g.h) * g.h)};
 }
 
 // Where the flap over (u, v) reads the page: the sample mirrored in the fold
@@ -127,10 +127,10 @@ void peel_quadrant_fast(const CommonRegion& r, const PeelQuadrant& g, double q, 
 // The four quarters of the area, each lifted from the centre point.
 void quarters(int w, int h, PeelQuadrant out[4]) {
   const int cx = w / 2, cy = h / 2;
-  out[0] = {0, 0, cx, cy, cx, cy, -1, -1};           // top-left
-  out[1] = {cx, 0, w - cx, cy, cx, cy, 1, -1};       // top-right
-  out[2] = {cx, cy, w - cx, h - cy, cx, cy, 1, 1};   // bottom-right
-  out[3] = {0, cy, cx, h - cy, cx, cy, -1, 1};       // bottom-left
+  out[0] = {0, 0, cx, cy, cx, cy, -1, -1};          // top-left
+  out[1] = {cx, 0, w - cx, cy, cx, cy, 1, -1};      // top-right
+  out[2] = {cx, cy, w - cx, h - cy, cx, cy, 1, 1};  // bottom-right
+  out[3] = {0, cy, cx, h - cy, cx, cy, -1, 1};      // bottom-left
 }
 
 // Open peels `a` off `b`; Close is Open run backwards with the pictures
@@ -157,8 +157,9 @@ void peel_quadrant(const CommonRegion& r, const PeelQuadrant& g, double q, bool 
 }
 
 void peel_plane(const CommonRegion& region, int style, double p, bool chroma) {
-  peel_styles(region, style, p,
-              [chroma](const CommonRegion& r, const PeelQuadrant& g, int, double q) { peel_quadrant(r, g, q, chroma); });
+  peel_styles(region, style, p, [chroma](const CommonRegion& r, const PeelQuadrant& g, int, double q) {
+    peel_quadrant(r, g, q, chroma);
+  });
 }
 
 void peel_back_plane(const CommonRegion& region, int style, double p, bool chroma) {

@@ -93,7 +93,8 @@ std::vector<Case> cases() {
        {{0, 254, 81, 'b', 425, 0}, {0, 255, 81, 'a', 0, 0}, {0, 464, 493, 'a', 291, 574}, {0, 465, 81, 'a', 293, 0},
         {0, 0, 80, 'v', 16, 0}, {0, 719, 494, 'v', 16, 0}}},
       {"SwingIn1Half", kSwing, 0, 0.5, 0, false,
-       {{0, 0, 7, 'b', 0, 7}, {0, 508, 9, 'b', 508 * 720 / 509, 9}, {0, 509, 9, 'a', 509, 9}, {1, 254, 3, 'b', 254 * 360 / 255, 3},
+       {{0, 0, 7, 'b', 0, 7}, {0, 508, 9, 'b', 508 * 720 / 509, 9}, {0, 509, 9, 'a', 509, 9},
+        {1, 254, 3, 'b', 254 * 360 / 255, 3},
         {1, 255, 3, 'a', 255, 3}}},
       {"SwingIn1Quarter", kSwing, 0, 0.25, 0, false, {{0, 275, 0, 'b', 275 * 720 / 276, 0}, {0, 276, 0, 'a', 276, 0}}},
       {"SwingOut1Quarter", kSwing, 2, 0.25, 0, false,
@@ -108,7 +109,8 @@ std::vector<Case> cases() {
       {"FeatherBlackMidpoint", kEdgeFeather, 0, 0.5, 0, true,
        {{0, 360, 288, 'v', 16, 0}, {0, 0, 0, 'v', 16, 0}, {2, 180, 144, 'v', 128, 0}}},
       {"Lens", kLens, 0, 0.5, 0, false,
-       {{0, 359, 287, 'b', 359, 287}, {0, 560, 288, 'b', 547, 288}, {0, 360, 100, 'b', 360, 117}, {0, 600, 288, 'a', 600, 288}}},
+       {{0, 359, 287, 'b', 359, 287}, {0, 560, 288, 'b', 547, 288}, {0, 360, 100, 'b', 360, 117},
+        {0, 600, 288, 'a', 600, 288}}},
       // 3D Roll, "Roll Out to Right", pct 20. p = 0.5: d = 144, the roll over
       // columns 288..431 (chroma: d = 72 over 144..215).
       {"RollHalf", kRoll, 2, 0.5, 20, false,
@@ -125,12 +127,14 @@ std::vector<Case> cases() {
        {{0, 719 - 288, 9, 'b', 719 - 214, 9, 154}, {0, 719 - 287, 9, 'a', 719 - 287, 9}, {0, 0, 9, 'b', 0, 9}}},
       // Vertical rolls measure the diameter on the height: d = 115, rows 231..345.
       {"RollOutToBottom", kRoll, 6, 0.5, 20, false,
-       {{0, 9, 230, 'b', 9, 230}, {0, 9, 231, 'a', 9, 172, 155}, {0, 9, 288, 'a', 9, 255}, {0, 9, 345, 'a', 9, 338, 155},
+       {{0, 9, 230, 'b', 9, 230}, {0, 9, 231, 'a', 9, 172, 155}, {0, 9, 288, 'a', 9, 255},
+        {0, 9, 345, 'a', 9, 338, 155},
         {0, 9, 346, 'a', 9, 346}}},
       // 3D Page Turn, "Right to Left".
       {"PageTurnQuarter", kPageTurn, 1, 0.25, 0, false,
        {{0, 614, 101, 'a', 718, 0}, {0, 614, 474, 'a', 718, 574}, {0, 614, 100, 'b', 614, 100},
-        {0, 614, 475, 'b', 614, 475}, {0, 360, 0, 'a', 360, 0}, {0, 615, 300, 'b', 615, 300}, {0, 359, 0, 'a', 359, 0}}},
+        {0, 614, 475, 'b', 614, 475}, {0, 360, 0, 'a', 360, 0}, {0, 615, 300, 'b', 615, 300},
+        {0, 359, 0, 'a', 359, 0}}},
       {"PageTurnEdgeOn", kPageTurn, 1, 0.5, 0, false,
        {{0, 359, 0, 'a', 359, 0}, {0, 360, 0, 'b', 360, 0}, {0, 719, 575, 'b', 719, 575}}},
       {"PageTurnBack", kPageTurn, 1, 0.75, 0, false,
@@ -155,7 +159,8 @@ std::vector<Case> cases() {
       // 3D Curtain at p = 0.5: 180 columns a side, pleats of 45 columns.
       {"CurtainHalf", kCurtain, 0, 0.5, 0, false,
        {{0, 11, 575, 'a', 22, 575, 217}, {0, 179, 490, 'a', 358, 575}, {0, 179, 491, 'b', 179, 491},
-        {0, 180, 0, 'b', 180, 0}, {0, 539, 0, 'b', 539, 0}, {0, 719, 0, 'a', 719, 0}, {1, 89, 3, 'a', 178, 4}, {1, 90, 3, 'b', 90, 3}}},
+        {0, 180, 0, 'b', 180, 0}, {0, 539, 0, 'b', 539, 0}, {0, 719, 0, 'a', 719, 0},
+        {1, 89, 3, 'a', 178, 4}, {1, 90, 3, 'b', 90, 3}}},
   };
   return c;
 }
@@ -277,7 +282,8 @@ const int kTwelve[] = {kRoll, kPageTurn, kCenterPeel, kPeelBack, kObscure, kSwap
 TEST(SoftwareEffects, NanProgressShowsA) {
   ImagePtr a = zvtest::random_frame(37, 21, 1), b = zvtest::random_frame(37, 21, 2);
   for (int id : kTwelve) {
-    for (const auto& [position, duration] : {std::pair{0.5, 0.0}, std::pair{std::numeric_limits<double>::quiet_NaN(), 1.0}}) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    for (const auto& [position, duration] : {std::pair{0.5, 0.0}, std::pair{nan, 1.0}}) {
       ImagePtr out = zvtest::random_frame(37, 21, 3);
       TransitionParams params = zvtest::make_params(1, position, duration);
       ASSERT_EQ(zv::transition_entry(id)(out.get(), a.get(), b.get(), &params), 0) << "id " << id;
