@@ -179,7 +179,7 @@ TEST_P(SoftwareEffectEdges, SamplesComeFromWhereTheGeometrySays) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Designed, SoftwareEffectEdges, ::testing::ValuesIn(cases()),
+INSTANTIATE_TEST_SUITE_P(Geometry, SoftwareEffectEdges, ::testing::ValuesIn(cases()),
                          [](const ::testing::TestParamInfo<Case>& info) { return info.param.name; });
 
 TEST(Obscure, MidpointIsBlackAndStripCountsAreLimited) {
@@ -193,7 +193,7 @@ TEST(Obscure, MidpointIsBlackAndStripCountsAreLimited) {
 }
 
 // Which picture each sample of a Gauze frame shows, on a 64 x 48 frame.
-TEST(Gauze, PatternsAtTheDesignedLevels) {
+TEST(Gauze, PatternsAtTheirLevels) {
   struct GauzeCase {
     int style;
     double position;
@@ -220,7 +220,7 @@ TEST(Gauze, PatternsAtTheDesignedLevels) {
   }
 }
 
-TEST(DetRand, GivesTheDesignedVectors) {
+TEST(DetRand, GivesItsKnownVectors) {
   struct Vector {
     uint32_t seed;
     std::vector<int> values;

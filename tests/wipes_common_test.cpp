@@ -1,7 +1,7 @@
-// What every geometric wipe and every designed software effect promises: `a`
-// at the start and `b` at the end, nothing written for a style out of range,
-// and nothing written outside the centred common area when the three frames
-// differ in size.
+// What every geometric wipe, image-space effect and software 3D effect
+// promises: `a` at the start and `b` at the end, nothing written for a style
+// out of range, and nothing written outside the centred common area when the
+// three frames differ in size.
 #include <gtest/gtest.h>
 
 #include <ostream>
