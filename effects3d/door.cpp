@@ -1,9 +1,9 @@
 #include "effects3d/door.h"
 
 #include <cstddef>
-#include <cstring>
 #include <vector>
 
+#include "effects3d/column_surface.h"
 #include "frame/entry.h"
 #include "frame/kernel_path.h"
 
@@ -17,9 +17,6 @@ enum LeafSide { kRightLeaf = 0, kLeftLeaf = 1 };
 inline ptrdiff_t leaf_column(int side, int j, int n, int w, double f) {
   return side == kLeftLeaf ? truncate_to_int(j * f) : w - truncate_to_int((n - j) * f);
 }
-
-// The source row of target row k when src_h rows are stretched to h.
-inline ptrdiff_t stretch_row(int k, int src_h, int h) { return truncate_to_int(static_cast<double>(k) * src_h / h + 0.5); }
 
 void squeeze_leaf_fast(int side, int n, int w, int h, const uint8_t* source, ptrdiff_t source_size, uint8_t* target,
                        double f) {
@@ -44,32 +41,16 @@ void squeeze_leaf_fast(int side, int n, int w, int h, const uint8_t* source, ptr
 // row becomes a span copy for the whole run, on both leaves.
 void stretch_leaves_fast(int n, int m_w, int m_h, double p, int out_stride, uint8_t* out, const uint8_t* left,
                          const uint8_t* right) {
-  std::vector<ptrdiff_t> rows(static_cast<size_t>(m_h));
-  int i0 = 0;
-  while (i0 < n) {
-    const int top = truncate_to_int(i0 * (m_h * p * 0.25) / n);
-    int i1 = i0 + 1;
-    while (i1 < n && truncate_to_int(i1 * (m_h * p * 0.25) / n) == top) ++i1;
-    const int h = m_h - 2 * top;
-    for (int k = 0; k < h; ++k) rows[k] = stretch_row(k, m_h, h);
-    const int run = i1 - i0;
-    for (int k = 0; k < h; ++k) {
-      uint8_t* o = out + static_cast<ptrdiff_t>(top + k) * out_stride;
-      const ptrdiff_t src = rows[k] * n;
-      std::memcpy(o + i0, left + src + i0, run);
-      std::memcpy(o + m_w - i1, right + src + n - i1, run);
-    }
-    i0 = i1;
-  }
+  auto top_of = [&](int i) { return truncate_to_int(i * (m_h * p * 0.25) / n); };
+  for_each_column_run(n, top_of, [&](int i0, int i1) {
+    const int top = top_of(i0), h = m_h - 2 * top, run = i1 - i0;
+    uint8_t* o = out + static_cast<ptrdiff_t>(top) * out_stride;
+    stretch_column_run(h, m_h, run, out_stride, n, o + i0, left + i0);
+    stretch_column_run(h, m_h, run, out_stride, n, o + m_w - i1, right + n - i1);
+  });
 }
 
 }  // namespace
-
-void StretchColumn(int h, int src_h, int target_stride, int source_stride, uint8_t* target, const uint8_t* source) {
-  for (int k = 0; k < h; ++k) {
-    target[static_cast<ptrdiff_t>(k) * target_stride] = source[stretch_row(k, src_h, h) * source_stride];
-  }
-}
 
 void SqueezeLeaf(int side, int n, int w, int h, const uint8_t* source, ptrdiff_t source_size, uint8_t* target) {
   const double f = n == 0 ? w : static_cast<double>(w) / n * 0.5;

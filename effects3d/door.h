@@ -27,7 +27,4 @@ void DoorPlane(double p, int w0, int h0, int w1, int h1, int w2, int h2, uint8_t
 // `source`; samples past them read as 0.
 void SqueezeLeaf(int side, int n, int w, int h, const uint8_t* source, ptrdiff_t source_size, uint8_t* target);
 
-// Column `source` (src_h samples) stretched to h samples of column `target`.
-void StretchColumn(int h, int src_h, int target_stride, int source_stride, uint8_t* target, const uint8_t* source);
-
 }  // namespace zv

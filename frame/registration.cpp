@@ -4,6 +4,7 @@
 #include "blends/dissolves.h"
 #include "blends/fade.h"
 #include "blends/gradient_wipe.h"
+#include "blends/image_space.h"
 #include "blends/mesh.h"
 #include "blends/mosaic.h"
 #include "blends/picture_in_picture.h"
@@ -17,6 +18,7 @@
 #include "effects3d/gl_recede.h"
 #include "effects3d/gl_sheets.h"
 #include "effects3d/gl_turns.h"
+#include "effects3d/software3d.h"
 #include "frame/platform_module.h"
 #include "frame/zv_transition.h"
 #include "host/transition_registry.h"
@@ -67,7 +69,7 @@ const TransitionOp kEntries[kTransitionCount] = {
     mosaic_based_wipe,           // 15 Mosaic Based Wipe
     picture_in_picture,          // 16 Picture in picture
     zvTransparentOverlap,        // 17 Overlap Alpha Blend: the exported service itself
-    not_implemented_transition,  // 18 3D Roll
+    roll_3d,                     // 18 3D Roll
     wipe_transition,             // 19 Wipe
     split_wipe,                  // 20 Split
     center_split_wipe,           // 21 Center Split
@@ -75,16 +77,16 @@ const TransitionOp kEntries[kTransitionCount] = {
     triangle_rotate_wipe,        // 23 Triangle Rotate
     triangle_push_wipe,          // 24 Triangle Push
     triangle_slide_wipe,         // 25 Triangle Slide
-    not_implemented_transition,  // 26 3D Page Turn
-    not_implemented_transition,  // 27 3D Center Peel
-    not_implemented_transition,  // 28 3D Peel Back
-    not_implemented_transition,  // 29 Obscure
+    page_turn_3d,                // 26 3D Page Turn
+    center_peel_3d,              // 27 3D Center Peel
+    peel_back_3d,                // 28 3D Peel Back
+    obscure,                     // 29 Obscure
     split_back_wipe,             // 30 Split Back
     single_triangle_door,        // 31 Single Triangle Door
     multi_triangle_door,         // 32 Multi-Triangle Door
-    not_implemented_transition,  // 33 Swap
-    not_implemented_transition,  // 34 3D Curtain
-    not_implemented_transition,  // 35 Swing
+    swap,                        // 33 Swap
+    curtain_3d,                  // 34 3D Curtain
+    swing,                       // 35 Swing
     add_dissolve,                // 36 Add Dissolve
     non_add_dissolve,            // 37 Non Add Dissolve
     random_dissolve,             // 38 Random Dissolve
@@ -103,18 +105,18 @@ const TransitionOp kEntries[kTransitionCount] = {
     WindowGridTransition,        // 51 3D Window Grid
     FoldingBoxTransition,        // 52 3D Folding Box
     x_ray,                       // 53 X Ray
-    not_implemented_transition,  // 54 Gauze
+    gauze,                       // 54 Gauze
     ImageSpiralTransition,       // 55 Image Spiral
-    not_implemented_transition,  // 56 Edge Feather
+    edge_feather,                // 56 Edge Feather
     CubeTransition,              // 57 3D Cube
     FlipTransition,              // 58 3D Flip
     DoorTransition,              // 59 3D Door
     BubblesTransition,           // 60 3D Bubbles
     DistortTransition,           // 61 3D Distort
     PatchTransition,             // 62 Patch
-    not_implemented_transition,  // 63 Wind
+    wind,                        // 63 Wind
     ShatterTransition,           // 64 3D Shatter
-    not_implemented_transition,  // 65 Lens
+    lens,                        // 65 Lens
     blend_transition,            // 66 Blend
 };
 
