@@ -3,6 +3,7 @@
 #include <cstring>
 #include <exception>
 
+#include "cli/atomic_output.h"
 #include "cli/cli_common.h"
 #include "cli/commands.h"
 #include "cli/render_job.h"
@@ -39,15 +40,28 @@ int main(int argc, char** argv) {
   }
   if (!std::strcmp(argv[1], "--help") || !std::strcmp(argv[1], "-h") || !std::strcmp(argv[1], "help")) {
     print_usage(stdout);
+    try {
+      zvcli::flush_stdout();
+    } catch (const std::exception& e) {
+      std::fprintf(stderr, "zvtran: %s\n", e.what());
+      return 1;
+    }
     return 0;
   }
   for (const Command& c : kCommands) {
     if (std::strcmp(argv[1], c.name) != 0) continue;
     try {
-      return c.run(argc - 2, argv + 2);
+      zvcli::catch_interrupts();
+      int status = 0;
+      try {
+        status = c.run(argc - 2, argv + 2);
+      } catch (const zvcli::HelpShown&) {
+      }
+      zvcli::flush_stdout();
+      return status;
     } catch (const zvcli::Interrupted&) {
       std::fprintf(stderr, "zvtran %s: interrupted\n", c.name);
-      return 130;
+      return 128 + zvcli::interrupt_signal();
     } catch (const zvcli::UsageError& e) {
       std::fprintf(stderr, "zvtran %s: %s\n", c.name, e.what());
       return 2;
