@@ -96,8 +96,7 @@ int apply_command(int argc, char** argv) {
     if (interrupt_requested()) throw Interrupted();
     result = op(out.get(), a.get(), b.get(), block);
     if (file) {
-      const std::vector<uint8_t> frame = raw_frame(*out);
-      file->write(frame.data(), frame.size());
+      for (int p = 0; p < 3; ++p) file->write(p == 0 ? out->get_Y() : p == 1 ? out->get_U() : out->get_V(), out->plane_size(p));
     }
   }
   std::printf("result %d flags %d param1 %d\n", result, out ? out->frame_flags() : 0, block ? block->param1 : 0);

@@ -95,7 +95,7 @@ std::vector<int> chosen_ids(const Args& args) {
   return ids;
 }
 
-void render_job(const Job& job, const fs::path& media, Size size) {
+void render_job_into(const Job& job, const fs::path& media, Size size) {
   RenderPlan plan;
   plan.op = transition_get_op(job.card->id);
   plan.style = job.style;
@@ -123,9 +123,25 @@ void render_job(const Job& job, const fs::path& media, Size size) {
   sheet->finish();
 }
 
+// One preview into the hidden media folder being built; failures name it as
+// the gallery will (DIR/media/NAME), not by its hidden name.
+void render_job(const Job& job, const fs::path& media, const std::string& shown_as, Size size) {
+  try {
+    render_job_into(job, media, size);
+  } catch (const Interrupted&) {
+    throw;
+  } catch (const RunError& e) {
+    std::string message = e.what();
+    const std::string hidden = media.string();
+    for (size_t at; (at = message.find(hidden)) != std::string::npos;) message.replace(at, hidden.size(), shown_as);
+    throw RunError(message);
+  }
+}
+
 // Runs the jobs on `threads` workers; the first failure stops the rest and is
 // rethrown here.
-void run_jobs(const std::vector<Job>& jobs, const fs::path& media, Size size, int threads) {
+void run_jobs(const std::vector<Job>& jobs, const fs::path& media, const std::string& shown_as, Size size,
+              int threads) {
   std::atomic<size_t> next{0};
   std::atomic<int> done{0};
   std::atomic<bool> failed{false};
@@ -135,7 +151,7 @@ void run_jobs(const std::vector<Job>& jobs, const fs::path& media, Size size, in
   auto worker = [&] {
     for (size_t k; !failed && (k = next++) < jobs.size();) {
       try {
-        render_job(jobs[k], media, size);
+        render_job(jobs[k], media, shown_as, size);
       } catch (...) {
         std::lock_guard<std::mutex> hold(lock);
         if (!failure) failure = std::current_exception();
@@ -302,7 +318,8 @@ int demo_command(int argc, char** argv) {
     fs::create_directory(gallery->temp_path() / "media", error);
     if (error) gallery->fail(error.message());
   }
-  run_jobs(jobs, existed ? media->temp_path() : gallery->temp_path() / "media", size, threads);
+  run_jobs(jobs, existed ? media->temp_path() : gallery->temp_path() / "media", (fs::path(dir) / "media").string(), size,
+           threads);
 
   const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
   const std::string html = page(cards, jobs, size, seconds);

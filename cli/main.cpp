@@ -2,6 +2,8 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <fcntl.h>
+#include <unistd.h>
 
 #include "cli/atomic_output.h"
 #include "cli/cli_common.h"
@@ -31,9 +33,19 @@ void print_usage(FILE* to) {
   for (const Command& c : kCommands) std::fprintf(to, "  %-10s %s\n", c.name, c.summary);
 }
 
+// A closed standard stream would hand its number to the next file opened, and
+// what is said on it would land in that file. Each closed one is held by
+// /dev/null opened read-only: writes to it fail, and are reported as failures.
+void hold_closed_standard_streams() {
+  for (int fd = 0; fd <= 2; ++fd) {
+    if (fcntl(fd, F_GETFD) == -1 && open("/dev/null", O_RDONLY) != fd) std::abort();
+  }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  hold_closed_standard_streams();
   if (argc < 2) {
     print_usage(stderr);
     return 2;
