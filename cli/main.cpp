@@ -47,7 +47,7 @@ void hold_closed_standard_streams() {
 int main(int argc, char** argv) {
   hold_closed_standard_streams();
   if (argc < 2) {
-    print_usage(stderr);
+    std::fprintf(stderr, "usage: zvtran COMMAND [options] (try: zvtran --help)\n");
     return 2;
   }
   if (!std::strcmp(argv[1], "--help") || !std::strcmp(argv[1], "-h") || !std::strcmp(argv[1], "help")) {
