@@ -8,6 +8,7 @@ ZV_PACKAGES=(
   libavformat-dev libavcodec-dev libswscale-dev libavutil-dev
   libavfilter-dev libswresample-dev
   libhwy-dev libcli11-dev nlohmann-json3-dev
+  clang libclang-rt-14-dev
   ffmpeg chromium
 )
 
