@@ -270,9 +270,10 @@ TEST_F(RenderTest, InterruptLeavesNoOutput) {
     argv.push_back(nullptr);
     pid_t pid;
     ASSERT_EQ(posix_spawn(&pid, kZvtran.c_str(), nullptr, nullptr, argv.data(), environ), 0);
-    // Wait until it is writing (its temporary file has appeared and grown).
+    // Wait until it is writing (its temporary file has appeared and grown);
+    // up to a minute, for the slow sanitizer builds.
     bool writing = false;
-    for (int i = 0; i < 200 && !writing; ++i) {
+    for (int i = 0; i < 1200 && !writing; ++i) {
       std::this_thread::sleep_for(std::chrono::milliseconds(50));
       for (const std::string& name : listing()) {
         if (name.find(".long.y4m.part") == 0 && read_text(path(name)).size() > 1000000) writing = true;
