@@ -4,8 +4,10 @@
 #include <cstring>
 #include <memory>
 
+#include "cli/atomic_output.h"
 #include "cli/cli_common.h"
 #include "cli/commands.h"
+#include "cli/render_job.h"
 #include "host/transition_registry.h"
 #include "imaging/fit_overlap.h"
 
@@ -20,6 +22,7 @@ std::unique_ptr<Image> make_image(const Args& args, const std::string& role, con
   std::optional<Size> size = args.get_size(role + "-size");
   if (!size) size = fallback;
   if (!size) throw UsageError("missing option --" + role + "-size");
+  checked_frame_size(*size, "--" + role + "-size", true);
   auto image = std::make_unique<Image>(size->width, size->height);
   if (auto file = args.get(init_option)) {
     std::vector<uint8_t> bytes = read_file(*file);
@@ -49,12 +52,12 @@ TransitionOp resolve_op(const std::string& text) {
 }  // namespace
 
 int apply_command(int argc, char** argv) {
-  Args args(argc, argv,
+  constexpr const char* kUsage =
+      "usage: zvtran apply OP [options] (OP: an id 1-66, a name, zvTranRound or zvTransparentOverlap)";
+  Args args("apply", kUsage, argc, argv,
             {"a", "a-size", "b", "b-size", "out", "out-size", "out-init", "style", "param1", "param2", "param3",
              "enabled", "duration", "position", "null", "a-flags", "out-flags", "calls"});
-  if (args.positional().size() != 1) {
-    throw UsageError("usage: zvtran apply OP [options] (OP: an id 1-66, a name, zvTranRound or zvTransparentOverlap)");
-  }
+  if (args.positional().size() != 1) throw UsageError(kUsage);
   TransitionOp op = resolve_op(args.positional()[0]);
 
   std::set<std::string> nulls;
@@ -85,14 +88,20 @@ int apply_command(int argc, char** argv) {
   params.position = args.get_double("position", 0.0);
   TransitionParams* block = nulls.count("params") ? nullptr : &params;
 
-  std::vector<uint8_t> frames;
+  // Each call's output goes to the file as it is made, never all of them held.
+  std::unique_ptr<AtomicOutput> file;
+  if (auto path = args.get("out"); path && out) file = std::make_unique<AtomicOutput>(*path, AtomicOutput::kFile);
   int result = 0;
   for (int call = 0; call < calls; ++call) {
+    if (interrupt_requested()) throw Interrupted();
     result = op(out.get(), a.get(), b.get(), block);
-    if (out) append_raw_frame(*out, frames);
+    if (file) {
+      for (int p = 0; p < 3; ++p) file->write(p == 0 ? out->get_Y() : p == 1 ? out->get_U() : out->get_V(), out->plane_size(p));
+    }
   }
-  if (auto path = args.get("out"); path && out) write_file_atomically(*path, frames);
   std::printf("result %d flags %d param1 %d\n", result, out ? out->frame_flags() : 0, block ? block->param1 : 0);
+  flush_stdout();  // the output appears only when everything was said
+  if (file) file->commit();
   return 0;
 }
 

@@ -1,6 +1,7 @@
 // zvtran catalogue: every transition with its styles and parameter labels,
 // as a table or as JSON.
 #include <cstdio>
+#include <nlohmann/json.hpp>
 #include <string>
 
 #include "cli/cli_common.h"
@@ -12,25 +13,6 @@
 
 namespace zvcli {
 namespace {
-
-std::string json_string(const char* text) {
-  if (!text) return "null";
-  std::string out = "\"";
-  for (const char* c = text; *c; ++c) {
-    unsigned char ch = static_cast<unsigned char>(*c);
-    if (ch == '"' || ch == '\\') {
-      out += '\\';
-      out += *c;
-    } else if (ch < 0x20) {
-      char buffer[8];
-      std::snprintf(buffer, sizeof buffer, "\\u%04x", ch);
-      out += buffer;
-    } else {
-      out += *c;
-    }
-  }
-  return out + "\"";
-}
 
 struct Entry {
   int id;
@@ -55,24 +37,18 @@ Entry describe(int id) {
 }
 
 void print_json(const std::vector<Entry>& entries) {
-  std::printf("[\n");
-  for (size_t n = 0; n < entries.size(); ++n) {
-    const Entry& e = entries[n];
-    std::string styles = "null";
-    if (e.has_styles) {
-      styles = "[";
-      for (size_t i = 0; i < e.styles.size(); ++i) styles += (i ? ", " : "") + json_string(e.styles[i].c_str());
-      styles += "]";
-    }
-    std::string labels = "[";
-    for (size_t i = 0; i < e.labels.size(); ++i) labels += (i ? ", " : "") + json_string(e.labels[i]);
-    labels += "]";
-    std::printf("  {\"id\": %d, \"name\": %s, \"style_count\": %d, \"styles\": %s, "
-                "\"params\": {\"count\": %zu, \"labels\": %s}, \"implemented\": %s}%s\n",
-                e.id, json_string(e.name.c_str()).c_str(), e.style_count, styles.c_str(), e.labels.size(),
-                labels.c_str(), e.implemented ? "true" : "false", n + 1 < entries.size() ? "," : "");
+  nlohmann::ordered_json list = nlohmann::ordered_json::array();
+  for (const Entry& e : entries) {
+    nlohmann::ordered_json labels = nlohmann::ordered_json::array();
+    for (const char* label : e.labels) labels.push_back(label ? nlohmann::ordered_json(label) : nullptr);
+    list.push_back({{"id", e.id},
+                    {"name", e.name},
+                    {"style_count", e.style_count},
+                    {"styles", e.has_styles ? nlohmann::ordered_json(e.styles) : nlohmann::ordered_json(nullptr)},
+                    {"params", {{"count", e.labels.size()}, {"labels", labels}}},
+                    {"implemented", e.implemented}});
   }
-  std::printf("]\n");
+  std::printf("%s\n", list.dump(2).c_str());
 }
 
 void print_table(const std::vector<Entry>& entries) {
@@ -94,7 +70,7 @@ void print_table(const std::vector<Entry>& entries) {
 }  // namespace
 
 int catalogue_command(int argc, char** argv) {
-  Args args(argc, argv, {}, {"json"});
+  Args args("catalogue", "usage: zvtran catalogue [--json]", argc, argv, {}, {"json"});
   if (!args.positional().empty()) throw UsageError("usage: zvtran catalogue [--json]");
   load_transitions();
   std::vector<Entry> entries;

@@ -1,5 +1,7 @@
 #include "cli/cli_common.h"
 
+#include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cerrno>
 #include <cmath>
 #include <cstdio>
@@ -7,7 +9,7 @@
 #include <cstring>
 #include <fstream>
 #include <iterator>
-#include <unistd.h>
+#include <strings.h>
 
 #include "frame/registration.h"
 #include "frame/zv_transition.h"
@@ -15,45 +17,44 @@
 
 namespace zvcli {
 
-Args::Args(int argc, char** argv, const std::set<std::string>& value_options,
-           const std::set<std::string>& flag_options) {
-  for (int i = 0; i < argc; ++i) {
-    std::string arg = argv[i];
-    if (arg.size() < 3 || arg.compare(0, 2, "--") != 0) {
-      positional_.push_back(arg);
-      continue;
-    }
-    std::string name = arg.substr(2), value;
-    bool inline_value = false;
-    if (size_t eq = name.find('='); eq != std::string::npos) {
-      value = name.substr(eq + 1);
-      name = name.substr(0, eq);
-      inline_value = true;
-    }
-    if (flag_options.count(name) && !inline_value) {
-      flags_.insert(name);
-    } else if (value_options.count(name)) {
-      if (!inline_value) {
-        if (i + 1 >= argc) throw UsageError("option --" + name + " needs a value");
-        value = argv[++i];
-      }
-      values_.emplace(name, value);
-    } else {
-      throw UsageError("unknown option --" + name);
-    }
+Args::Args(const std::string& command, const std::string& usage, int argc, char** argv,
+           const std::set<std::string>& value_options, const std::set<std::string>& flag_options) {
+  CLI::App app(usage, "zvtran " + command);
+  app.add_option("arguments", positional_, "positional arguments");
+  for (const std::string& name : value_options) {
+    std::vector<std::string>& values = values_[name];
+    app.add_option(name == "output" ? "-o,--output" : "--" + name, values)
+        ->allow_extra_args(false)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  }
+  std::map<std::string, bool> flags;
+  for (const std::string& name : flag_options) app.add_flag("--" + name, flags[name]);
+  std::vector<std::string> words(argv, argv + argc);
+  std::reverse(words.begin(), words.end());  // CLI11 takes them last first
+  try {
+    app.parse(words);
+  } catch (const CLI::CallForHelp&) {
+    std::fputs(app.help().c_str(), stdout);
+    throw HelpShown{};
+  } catch (const CLI::ParseError& e) {
+    std::string message = e.what();
+    std::replace(message.begin(), message.end(), '\n', ' ');
+    throw UsageError(message);
+  }
+  for (const auto& [name, on] : flags) {
+    if (on) flags_.insert(name);
   }
 }
 
 std::optional<std::string> Args::get(const std::string& name) const {
-  auto range = values_.equal_range(name);
-  if (range.first == range.second) return std::nullopt;
-  return std::prev(range.second)->second;  // the last one given wins
+  auto found = values_.find(name);
+  if (found == values_.end() || found->second.empty()) return std::nullopt;
+  return found->second.back();  // the last one given wins
 }
 
 std::vector<std::string> Args::get_all(const std::string& name) const {
-  std::vector<std::string> all;
-  for (auto [it, end] = values_.equal_range(name); it != end; ++it) all.push_back(it->second);
-  return all;
+  auto found = values_.find(name);
+  return found == values_.end() ? std::vector<std::string>{} : found->second;
 }
 
 std::string Args::require(const std::string& name) const {
@@ -78,15 +79,6 @@ std::optional<Size> Args::get_size(const std::string& name) const {
   return parse_size(*value, "--" + name);
 }
 
-std::vector<char*> with_long_output_option(int argc, char** argv) {
-  static char long_form[] = "--output";
-  std::vector<char*> args(argv, argv + argc);
-  for (char*& arg : args) {
-    if (std::strcmp(arg, "-o") == 0) arg = long_form;
-  }
-  return args;
-}
-
 int parse_int(const std::string& text, const std::string& what) {
   errno = 0;
   char* end = nullptr;
@@ -102,6 +94,16 @@ double parse_double(const std::string& text, const std::string& what) {
   double value = std::strtod(text.c_str(), &end);
   if (text.empty() || *end) throw UsageError(what + ": '" + text + "' is not a number");
   return value;
+}
+
+Size checked_frame_size(Size size, const std::string& what, bool allow_negative) {
+  const int lowest = allow_negative ? -kMaxFrameSide : 0;
+  if (size.width < lowest || size.width > kMaxFrameSide || size.height < lowest || size.height > kMaxFrameSide) {
+    throw UsageError(what + ": " + std::to_string(size.width) + "x" + std::to_string(size.height) +
+                     " is outside the sizes accepted (each side " + std::to_string(lowest) + " to " +
+                     std::to_string(kMaxFrameSide) + ")");
+  }
+  return size;
 }
 
 Size parse_size(const std::string& text, const std::string& what) {
@@ -124,33 +126,23 @@ size_t raw_frame_bytes(Size size) {
   return static_cast<size_t>(w * h + 2 * (w / 2) * (h / 2));
 }
 
-void load_raw_frame(Image& image, const std::vector<uint8_t>& bytes, size_t offset) {
+void load_raw_frame(Image& image, const std::vector<uint8_t>& bytes) {
+  size_t offset = 0;
   for (int p = 0; p < 3; ++p) {
-    uint8_t* plane = p == 0 ? image.get_Y() : p == 1 ? image.get_U() : image.get_V();
-    size_t n = image.plane_size(p);
-    std::memcpy(plane, bytes.data() + offset, n);
+    const size_t n = image.plane_size(p);
+    if (n == 0) continue;  // an empty file has no bytes to copy from (data() may be null)
+    std::memcpy(p == 0 ? image.get_Y() : p == 1 ? image.get_U() : image.get_V(), bytes.data() + offset, n);
     offset += n;
   }
 }
 
-void append_raw_frame(const Image& image, std::vector<uint8_t>& bytes) {
+std::vector<uint8_t> raw_frame(const Image& image) {
+  std::vector<uint8_t> bytes;
   for (int p = 0; p < 3; ++p) {
     const uint8_t* plane = p == 0 ? image.get_Y() : p == 1 ? image.get_U() : image.get_V();
     bytes.insert(bytes.end(), plane, plane + image.plane_size(p));
   }
-}
-
-void write_file_atomically(const std::string& path, const std::vector<uint8_t>& bytes) {
-  std::string temp = path + ".part-" + std::to_string(getpid());
-  FILE* f = std::fopen(temp.c_str(), "wb");
-  if (!f) throw RunError(path + ": cannot write: " + std::strerror(errno));
-  bool ok = bytes.empty() || std::fwrite(bytes.data(), 1, bytes.size(), f) == bytes.size();
-  ok = (std::fclose(f) == 0) && ok;
-  if (!ok || std::rename(temp.c_str(), path.c_str()) != 0) {
-    std::string reason = std::strerror(errno);
-    std::remove(temp.c_str());
-    throw RunError(path + ": cannot write: " + reason);
-  }
+  return bytes;
 }
 
 void load_transitions() {
@@ -171,6 +163,10 @@ int resolve_transition(const std::string& text) {
     return static_cast<int>(id);
   }
   int found = transition_get_op_id(text.c_str());
+  for (int id = 1; id <= zv::kTransitionCount && found < 1; ++id) {
+    const char* name = transition_get_op_name(id);
+    if (name && strcasecmp(name, text.c_str()) == 0) found = id;
+  }
   if (found < 1) throw UsageError("unknown transition '" + text + "' (see: zvtran catalogue)");
   return found;
 }

@@ -1,5 +1,5 @@
-// What every zvtran subcommand shares: option parsing, sizes, raw frame files
-// and output files that appear under their final name only when complete.
+// What every zvtran subcommand shares: option parsing, sizes and their limits,
+// raw frame files and transition names.
 #pragma once
 
 #include <cstdint>
@@ -23,21 +23,29 @@ struct UsageError : std::runtime_error {
 struct RunError : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
+// --help was asked for and its text is on stdout: exit status 0.
+struct HelpShown {};
+
+// The largest frame side the subcommands that take sizes accept (apply,
+// rgb2yuv, yuv2rgb, resize, render): an 8192 x 8192 frame is 96 MiB.
+constexpr int kMaxFrameSide = 8192;
 
 struct Size {
   int width = 0;
   int height = 0;
 };
 
-// Options of the form --name VALUE or --name=VALUE, flags of the form --name,
-// and positional arguments. Unknown options are usage errors.
+// Options of the form --name VALUE or --name=VALUE (the last one given wins;
+// "output" is also -o), flags of the form --name, and positional arguments,
+// parsed by CLI11. Unknown options are usage errors; --help prints `usage` and
+// the options on stdout and throws HelpShown.
 class Args {
  public:
-  Args(int argc, char** argv, const std::set<std::string>& value_options,
-       const std::set<std::string>& flag_options = {});
+  Args(const std::string& command, const std::string& usage, int argc, char** argv,
+       const std::set<std::string>& value_options, const std::set<std::string>& flag_options = {});
 
   const std::vector<std::string>& positional() const { return positional_; }
-  bool has(const std::string& name) const { return values_.count(name) || flags_.count(name); }
+  bool has(const std::string& name) const { return flags_.count(name) || get(name).has_value(); }
   std::optional<std::string> get(const std::string& name) const;
   std::vector<std::string> get_all(const std::string& name) const;
   std::string require(const std::string& name) const;
@@ -47,32 +55,30 @@ class Args {
 
  private:
   std::vector<std::string> positional_;
-  std::multimap<std::string, std::string> values_;
+  std::map<std::string, std::vector<std::string>> values_;  // in the order given
   std::set<std::string> flags_;
 };
-
-// argv with the short form "-o" spelled "--output", for commands that take it.
-std::vector<char*> with_long_output_option(int argc, char** argv);
 
 int parse_int(const std::string& text, const std::string& what);
 double parse_double(const std::string& text, const std::string& what);
 // "WxH"; signed values are accepted (hosts can hand such sizes over).
 Size parse_size(const std::string& text, const std::string& what);
+// A usage error unless each side lies in -kMaxFrameSide (0 without
+// `allow_negative`) to kMaxFrameSide.
+Size checked_frame_size(Size size, const std::string& what, bool allow_negative);
 
 std::vector<uint8_t> read_file(const std::string& path);
 // Bytes of a raw planar 4:2:0 frame: Y, then U and V of (W/2) x (H/2).
 size_t raw_frame_bytes(Size size);
-// Fills `image`'s planes from one raw frame.
-void load_raw_frame(Image& image, const std::vector<uint8_t>& bytes, size_t offset = 0);
-void append_raw_frame(const Image& image, std::vector<uint8_t>& bytes);
-
-// Writes to a temporary name beside `path` and renames when complete, so a
-// failed or interrupted run never leaves a partial file under `path`.
-void write_file_atomically(const std::string& path, const std::vector<uint8_t>& bytes);
+// Fills `image`'s planes from one raw frame (which holds their bytes exactly).
+void load_raw_frame(Image& image, const std::vector<uint8_t>& bytes);
+// The planes of `image`, Y then U then V.
+std::vector<uint8_t> raw_frame(const Image& image);
 
 // Prepares the library as a host does at start-up (registration), once.
 void load_transitions();
-// A transition id from an id or a display name; a usage error otherwise.
+// A transition id from an id or a display name (any case, as style names);
+// a usage error otherwise.
 int resolve_transition(const std::string& text);
 
 }  // namespace zvcli

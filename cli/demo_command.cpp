@@ -8,11 +8,13 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <filesystem>
 #include <mutex>
-#include <sys/stat.h>
+#include <system_error>
 #include <thread>
 #include <unistd.h>
 
+#include "cli/atomic_output.h"
 #include "cli/cli_common.h"
 #include "cli/commands.h"
 #include "cli/media_output.h"
@@ -24,6 +26,8 @@
 
 namespace zvcli {
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr const char* kUsage = "usage: zvtran demo [-o DIR] [--ids ID,ID,...] [--size WxH] [--jobs N]";
 constexpr const char* kPatternA = "bars";
@@ -40,7 +44,8 @@ struct TransitionCard {
 struct Job {
   const TransitionCard* card;
   int style;
-  std::string media;  // path of the preview without extension, relative to DIR
+  std::string name;  // the preview's file name without extension, in DIR/media
+  std::string media() const { return "media/" + name; }  // as the page links it
 };
 
 std::string html_escape(const std::string& text) {
@@ -90,13 +95,7 @@ std::vector<int> chosen_ids(const Args& args) {
   return ids;
 }
 
-void make_folder(const std::string& path) {
-  struct stat info;
-  if (stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode)) return;
-  if (mkdir(path.c_str(), 0777) != 0) throw RunError(path + ": cannot make the folder");
-}
-
-void render_job(const Job& job, const std::string& dir, Size size) {
+void render_job_into(const Job& job, const fs::path& media, Size size) {
   RenderPlan plan;
   plan.op = transition_get_op(job.card->id);
   plan.style = job.style;
@@ -117,16 +116,32 @@ void render_job(const Job& job, const std::string& dir, Size size) {
                       : "style " + std::to_string(job.style) + ": " + job.card->styles[job.style];
   info.video_quality = 26;
   info.encoder_threads = 1;  // the jobs themselves keep every core busy
-  std::unique_ptr<FrameSink> video = open_sink(dir + "/" + job.media + ".mp4", info);
-  std::unique_ptr<FrameSink> sheet = open_sink(dir + "/" + job.media + ".png", info);
+  std::unique_ptr<FrameSink> video = open_sink((media / (job.name + ".mp4")).string(), info);
+  std::unique_ptr<FrameSink> sheet = open_sink((media / (job.name + ".png")).string(), info);
   render(plan, *a, *b, {video.get(), sheet.get()});
   video->finish();
   sheet->finish();
 }
 
+// One preview into the hidden media folder being built; failures name it as
+// the gallery will (DIR/media/NAME), not by its hidden name.
+void render_job(const Job& job, const fs::path& media, const std::string& shown_as, Size size) {
+  try {
+    render_job_into(job, media, size);
+  } catch (const Interrupted&) {
+    throw;
+  } catch (const RunError& e) {
+    std::string message = e.what();
+    const std::string hidden = media.string();
+    for (size_t at; (at = message.find(hidden)) != std::string::npos;) message.replace(at, hidden.size(), shown_as);
+    throw RunError(message);
+  }
+}
+
 // Runs the jobs on `threads` workers; the first failure stops the rest and is
 // rethrown here.
-void run_jobs(const std::vector<Job>& jobs, const std::string& dir, Size size, int threads) {
+void run_jobs(const std::vector<Job>& jobs, const fs::path& media, const std::string& shown_as, Size size,
+              int threads) {
   std::atomic<size_t> next{0};
   std::atomic<int> done{0};
   std::atomic<bool> failed{false};
@@ -136,7 +151,7 @@ void run_jobs(const std::vector<Job>& jobs, const std::string& dir, Size size, i
   auto worker = [&] {
     for (size_t k; !failed && (k = next++) < jobs.size();) {
       try {
-        render_job(jobs[k], dir, size);
+        render_job(jobs[k], media, shown_as, size);
       } catch (...) {
         std::lock_guard<std::mutex> hold(lock);
         if (!failure) failure = std::current_exception();
@@ -230,9 +245,9 @@ std::string page(const std::vector<TransitionCard>& cards, const std::vector<Job
       if (job.card != &card) continue;
       const std::string caption = card.styles.empty() ? "(no styles)"
                                                        : std::to_string(job.style) + ": " + card.styles[job.style];
-      html += "<figure><video src=\"" + job.media + ".mp4\" autoplay loop muted playsinline></video>"
-              "<figcaption>" + html_escape(caption) + "</figcaption><a href=\"" + job.media + ".png\"><img src=\"" +
-              job.media + ".png\" alt=\"contact sheet of " + html_escape(card.name + ", " + caption) +
+      html += "<figure><video src=\"" + job.media() + ".mp4\" autoplay loop muted playsinline></video>"
+              "<figcaption>" + html_escape(caption) + "</figcaption><a href=\"" + job.media() + ".png\"><img src=\"" +
+              job.media() + ".png\" alt=\"contact sheet of " + html_escape(card.name + ", " + caption) +
               "\" loading=\"eager\"></a></figure>\n";
     }
     html += "</div></section>\n";
@@ -240,17 +255,34 @@ std::string page(const std::vector<TransitionCard>& cards, const std::vector<Job
   return html + kPageScript + "</body></html>\n";
 }
 
-std::string absolute(const std::string& path) {
-  if (!path.empty() && path[0] == '/') return path;
-  char cwd[4096];
-  return getcwd(cwd, sizeof cwd) ? std::string(cwd) + "/" + path : path;
+// Puts a finished gallery in place of the one in `dir`, if any: the new media
+// folder is swapped in and the page replaced; on failure the old one stays.
+void replace_gallery(const fs::path& dir, AtomicOutput& media, AtomicOutput& index) {
+  const fs::path current = dir / "media";
+  const fs::path old = dir / (".media.old-" + media.temp_path().filename().string());
+  std::error_code error;
+  const bool had_media = fs::exists(fs::symlink_status(current, error));
+  if (had_media) {
+    fs::rename(current, old, error);
+    if (error) media.fail(error.message());
+  }
+  try {
+    media.commit();
+    index.commit();
+  } catch (...) {
+    if (had_media) {
+      fs::remove_all(current, error);
+      fs::rename(old, current, error);
+    }
+    throw;
+  }
+  fs::remove_all(old, error);
 }
 
 }  // namespace
 
 int demo_command(int argc, char** argv) {
-  std::vector<char*> argument_list = with_long_output_option(argc, argv);
-  Args args(static_cast<int>(argument_list.size()), argument_list.data(), {"output", "ids", "size", "jobs"});
+  Args args("demo", kUsage, argc, argv, {"output", "ids", "size", "jobs"});
   if (!args.positional().empty()) throw UsageError(kUsage);
   const auto started = std::chrono::steady_clock::now();
   std::string dir = args.get("output").value_or("zvtran-demo");
@@ -270,21 +302,40 @@ int demo_command(int argc, char** argv) {
   for (const TransitionCard& card : cards) {
     const int styles = std::max<int>(1, static_cast<int>(card.styles.size()));
     for (int style = 0; style < styles; ++style) {
-      jobs.push_back({&card, style, "media/" + std::to_string(card.id) + "-" + std::to_string(style)});
+      jobs.push_back({&card, style, std::to_string(card.id) + "-" + std::to_string(style)});
     }
   }
-  make_folder(dir);
-  make_folder(dir + "/media");
-  catch_interrupts();
-  run_jobs(jobs, dir, size, threads);
+  // The gallery is built under hidden names and put in place only when whole:
+  // an interrupted or failed run leaves the previous gallery (or nothing).
+  std::error_code error;
+  const bool existed = fs::is_directory(dir, error);
+  if (!existed && fs::exists(fs::symlink_status(dir, error))) throw UsageError(dir + ": is not a folder");
+  std::unique_ptr<AtomicOutput> gallery, media, index;
+  if (existed) {
+    media = std::make_unique<AtomicOutput>((fs::path(dir) / "media").string(), AtomicOutput::kFolder);
+  } else {
+    gallery = std::make_unique<AtomicOutput>(dir, AtomicOutput::kFolder);
+    fs::create_directory(gallery->temp_path() / "media", error);
+    if (error) gallery->fail(error.message());
+  }
+  run_jobs(jobs, existed ? media->temp_path() : gallery->temp_path() / "media", (fs::path(dir) / "media").string(), size,
+           threads);
 
   const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
   const std::string html = page(cards, jobs, size, seconds);
-  write_file_atomically(dir + "/index.html", std::vector<uint8_t>(html.begin(), html.end()));
+  const std::vector<uint8_t> html_bytes(html.begin(), html.end());
+  if (existed) {
+    index = std::make_unique<AtomicOutput>((fs::path(dir) / "index.html").string(), AtomicOutput::kFile);
+    index->write(html_bytes.data(), html_bytes.size());
+    replace_gallery(dir, *media, *index);
+  } else {
+    gallery->write_member("index.html", html_bytes);
+    gallery->commit();
+  }
   std::printf("Rendered %zu preview%s of %zu transition%s in %.1f s on %d thread%s.\n", jobs.size(),
               jobs.size() == 1 ? "" : "s", cards.size(), cards.size() == 1 ? "" : "s", seconds, threads,
               threads == 1 ? "" : "s");
-  std::printf("Open the gallery: file://%s/index.html\n", absolute(dir).c_str());
+  std::printf("Open the gallery: file://%s/index.html\n", fs::absolute(dir).lexically_normal().c_str());
   return 0;
 }
 

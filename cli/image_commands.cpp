@@ -1,9 +1,11 @@
 // zvtran rgb2yuv, yuv2rgb and resize: single calls of the picture services on
 // raw files, for reproducing what a host's call did.
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <string>
 
+#include "cli/atomic_output.h"
 #include "cli/cli_common.h"
 #include "cli/commands.h"
 #include "imaging/image_resize.h"
@@ -12,23 +14,16 @@
 namespace zvcli {
 namespace {
 
-// Large enough for any video frame, small enough that no size sum overflows.
-constexpr int kMaxSide = 65536;
-
 int checked_side(int value, const std::string& what, bool allow_negative) {
-  const int lowest = allow_negative ? -kMaxSide : 0;
-  if (value < lowest || value > kMaxSide) {
-    throw UsageError(what + " must be " + std::to_string(lowest) + " to " + std::to_string(kMaxSide) + ", not " +
+  const int lowest = allow_negative ? -kMaxFrameSide : 0;
+  if (value < lowest || value > kMaxFrameSide) {
+    throw UsageError(what + " must be " + std::to_string(lowest) + " to " + std::to_string(kMaxFrameSide) + ", not " +
                      std::to_string(value));
   }
   return value;
 }
 
-Size checked_size(Size size, const std::string& what) {
-  checked_side(size.width, what + " width", false);
-  checked_side(size.height, what + " height", false);
-  return size;
-}
+Size checked_size(Size size, const std::string& what) { return checked_frame_size(size, what, false); }
 
 // The file's bytes, which must be exactly `expected` of them.
 std::vector<uint8_t> read_exact(const std::string& path, size_t expected, const std::string& what) {
@@ -52,12 +47,6 @@ std::unique_ptr<Image> load_frame(Size size, int chroma_format, const std::optio
   return image;
 }
 
-std::vector<uint8_t> frame_file(const Image& image) {
-  std::vector<uint8_t> bytes;
-  append_raw_frame(image, bytes);
-  return bytes;
-}
-
 BITMAPINFOHEADER bitmap_header(const Args& args) {
   return zv::rgb24_header(
       checked_side(parse_int(args.require("bmp-width"), "--bmp-width"), "--bmp-width", false),
@@ -69,9 +58,11 @@ size_t bitmap_bytes(const BITMAPINFOHEADER& header) {
   return static_cast<size_t>(zv::dib_row_bytes(header.biWidth)) * static_cast<size_t>(rows);
 }
 
-// The conversions touch the bitmap's even part in the frame's planes; it must fit.
+// The conversions touch the bitmap's even part in the frame's planes; it must
+// fit, whichever way up the bitmap is stored (a top-down one is converted by
+// nobody, but is no more acceptable for that).
 void require_even_part_fits(const BITMAPINFOHEADER& header, Size frame, const std::string& what) {
-  const int w = header.biWidth & ~1, h = header.biHeight & ~1;
+  const int w = header.biWidth & ~1, h = std::abs(header.biHeight) & ~1;
   if (w >= 2 && h >= 2 && (w > frame.width || h > frame.height)) {
     throw UsageError("the bitmap's " + std::to_string(w) + "x" + std::to_string(h) + " does not fit " + what);
   }
@@ -96,11 +87,10 @@ Aspect parse_aspect(const std::string& text, const std::string& what) {
 }  // namespace
 
 int rgb2yuv_command(int argc, char** argv) {
-  Args args(argc, argv, {"bmp", "bmp-width", "bmp-height", "out", "out-size", "out-init"});
-  if (!args.positional().empty()) {
-    throw UsageError("usage: zvtran rgb2yuv --bmp FILE --bmp-width W --bmp-height H --out FILE --out-size WxH "
-                     "[--out-init FILE]");
-  }
+  constexpr const char* kUsage =
+      "usage: zvtran rgb2yuv --bmp FILE --bmp-width W --bmp-height H --out FILE --out-size WxH [--out-init FILE]";
+  Args args("rgb2yuv", kUsage, argc, argv, {"bmp", "bmp-width", "bmp-height", "out", "out-size", "out-init"});
+  if (!args.positional().empty()) throw UsageError(kUsage);
   const BITMAPINFOHEADER header = bitmap_header(args);
   const std::vector<uint8_t> pixels = read_exact(args.require("bmp"), bitmap_bytes(header), "the bitmap");
   const Size size = checked_size(parse_size(args.require("out-size"), "--out-size"), "--out-size");
@@ -109,16 +99,15 @@ int rgb2yuv_command(int argc, char** argv) {
   auto out = load_frame(size, kChroma420, args.get("out-init"));
   Rgb24_2_yuv420(out->get_Y(), out->get_U(), out->get_V(), size.width, size.width / 2, size.width / 2, &header,
                  pixels.data());
-  write_file_atomically(out_path, frame_file(*out));
+  write_file_atomically(out_path, raw_frame(*out));
   return 0;
 }
 
 int yuv2rgb_command(int argc, char** argv) {
-  Args args(argc, argv, {"in", "in-size", "bmp-width", "bmp-height", "out", "out-init"});
-  if (!args.positional().empty()) {
-    throw UsageError("usage: zvtran yuv2rgb --in FILE --in-size WxH --bmp-width W --bmp-height H --out FILE "
-                     "[--out-init FILE]");
-  }
+  constexpr const char* kUsage =
+      "usage: zvtran yuv2rgb --in FILE --in-size WxH --bmp-width W --bmp-height H --out FILE [--out-init FILE]";
+  Args args("yuv2rgb", kUsage, argc, argv, {"in", "in-size", "bmp-width", "bmp-height", "out", "out-init"});
+  if (!args.positional().empty()) throw UsageError(kUsage);
   const Size size = checked_size(parse_size(args.require("in-size"), "--in-size"), "--in-size");
   auto in = load_frame(size, kChroma420, args.require("in"));
   const BITMAPINFOHEADER header = bitmap_header(args);
@@ -133,14 +122,14 @@ int yuv2rgb_command(int argc, char** argv) {
 }
 
 int resize_command(int argc, char** argv) {
-  Args args(argc, argv,
+  constexpr const char* kUsage =
+      "usage: zvtran resize --src FILE --src-size WxH [--src-picture WxH] [--src-chroma 420|422] --out FILE "
+      "--out-size WxH [--out-picture WxH] [--out-chroma 420|422] [--out-init FILE] --interpolation N --method N "
+      "[--dst-aspect X:Y --src-aspect X:Y]";
+  Args args("resize", kUsage, argc, argv,
             {"src", "src-size", "src-picture", "src-chroma", "out", "out-size", "out-picture", "out-chroma",
              "out-init", "interpolation", "method", "dst-aspect", "src-aspect"});
-  if (!args.positional().empty()) {
-    throw UsageError("usage: zvtran resize --src FILE --src-size WxH [--src-picture WxH] [--src-chroma 420|422] "
-                     "--out FILE --out-size WxH [--out-picture WxH] [--out-chroma 420|422] [--out-init FILE] "
-                     "--interpolation N --method N [--dst-aspect X:Y --src-aspect X:Y]");
-  }
+  if (!args.positional().empty()) throw UsageError(kUsage);
   const Size src_size = checked_size(parse_size(args.require("src-size"), "--src-size"), "--src-size");
   const Size out_size = checked_size(parse_size(args.require("out-size"), "--out-size"), "--out-size");
   const int interpolation = parse_int(args.require("interpolation"), "--interpolation");
@@ -165,8 +154,9 @@ int resize_command(int argc, char** argv) {
   } else {
     result = zvImageResize(out.get(), src.get(), interp, how);
   }
-  write_file_atomically(out_path, frame_file(*out));
   std::printf("result %d\n", result);
+  flush_stdout();  // the output appears only when everything was said
+  write_file_atomically(out_path, raw_frame(*out));
   return 0;
 }
 

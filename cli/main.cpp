@@ -2,7 +2,10 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <fcntl.h>
+#include <unistd.h>
 
+#include "cli/atomic_output.h"
 #include "cli/cli_common.h"
 #include "cli/commands.h"
 #include "cli/render_job.h"
@@ -30,24 +33,47 @@ void print_usage(FILE* to) {
   for (const Command& c : kCommands) std::fprintf(to, "  %-10s %s\n", c.name, c.summary);
 }
 
+// A closed standard stream would hand its number to the next file opened, and
+// what is said on it would land in that file. Each closed one is held by
+// /dev/null opened read-only: writes to it fail, and are reported as failures.
+void hold_closed_standard_streams() {
+  for (int fd = 0; fd <= 2; ++fd) {
+    if (fcntl(fd, F_GETFD) == -1 && open("/dev/null", O_RDONLY) != fd) std::abort();
+  }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  hold_closed_standard_streams();
   if (argc < 2) {
-    print_usage(stderr);
+    std::fprintf(stderr, "usage: zvtran COMMAND [options] (try: zvtran --help)\n");
     return 2;
   }
   if (!std::strcmp(argv[1], "--help") || !std::strcmp(argv[1], "-h") || !std::strcmp(argv[1], "help")) {
     print_usage(stdout);
+    try {
+      zvcli::flush_stdout();
+    } catch (const std::exception& e) {
+      std::fprintf(stderr, "zvtran: %s\n", e.what());
+      return 1;
+    }
     return 0;
   }
   for (const Command& c : kCommands) {
     if (std::strcmp(argv[1], c.name) != 0) continue;
     try {
-      return c.run(argc - 2, argv + 2);
+      zvcli::catch_interrupts();
+      int status = 0;
+      try {
+        status = c.run(argc - 2, argv + 2);
+      } catch (const zvcli::HelpShown&) {
+      }
+      zvcli::flush_stdout();
+      return status;
     } catch (const zvcli::Interrupted&) {
       std::fprintf(stderr, "zvtran %s: interrupted\n", c.name);
-      return 130;
+      return 128 + zvcli::interrupt_signal();
     } catch (const zvcli::UsageError& e) {
       std::fprintf(stderr, "zvtran %s: %s\n", c.name, e.what());
       return 2;

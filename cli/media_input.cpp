@@ -1,7 +1,8 @@
 #include "cli/media_input.h"
 
 #include <cmath>
-#include <sys/stat.h>
+#include <filesystem>
+#include <system_error>
 
 #include "cli/av_support.h"
 #include "cli/patterns.h"
@@ -19,9 +20,10 @@ struct FormatClose {
 class MediaFile : public FrameSource {
  public:
   explicit MediaFile(const std::string& path) : path_(path) {
-    struct stat info;
-    if (stat(path.c_str(), &info) != 0) throw UsageError(path + ": no such file");
-    if (S_ISDIR(info.st_mode)) throw UsageError(path + ": is a folder, not a media file");
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(path, error);
+    if (!std::filesystem::exists(status)) throw UsageError(path + ": no such file");
+    if (std::filesystem::is_directory(status)) throw UsageError(path + ": is a folder, not a media file");
     AVFormatContext* format = nullptr;
     if (avformat_open_input(&format, path.c_str(), nullptr, nullptr) < 0) throw not_media();
     format_.reset(format);

@@ -4,14 +4,15 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <dirent.h>
-#include <sys/stat.h>
+#include <filesystem>
+#include <system_error>
 #include <unistd.h>
 
 extern "C" {
 #include <libavutil/opt.h>
 }
 
+#include "cli/atomic_output.h"
 #include "cli/av_support.h"
 #include "cli/bitmap_font.h"
 #include "cli/y4m_io.h"
@@ -19,10 +20,7 @@ extern "C" {
 namespace zvcli {
 namespace {
 
-bool is_directory(const std::string& path) {
-  struct stat info;
-  return stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
-}
+namespace fs = std::filesystem;
 
 bool ends_with(const std::string& text, const std::string& tail) {
   return text.size() >= tail.size() && text.compare(text.size() - tail.size(), tail.size(), tail) == 0;
@@ -32,67 +30,6 @@ std::string lower(std::string text) {
   for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
   return text;
 }
-
-void remove_tree(const std::string& path) {
-  if (DIR* dir = opendir(path.c_str())) {
-    while (dirent* entry = readdir(dir)) {
-      std::string name = entry->d_name;
-      if (name != "." && name != "..") std::remove((path + "/" + name).c_str());
-    }
-    closedir(dir);
-  }
-  rmdir(path.c_str());
-}
-
-void write_bytes(const std::string& path, const std::vector<uint8_t>& bytes) {
-  FILE* f = std::fopen(path.c_str(), "wb");
-  bool ok = f && std::fwrite(bytes.data(), 1, bytes.size(), f) == bytes.size();
-  if (f) ok = std::fclose(f) == 0 && ok;
-  if (!ok) throw RunError(path + ": cannot write: " + std::strerror(errno));
-}
-
-// A hidden name beside the final one that output is written under; removed
-// unless committed (renamed to the final name).
-class TempPath {
- public:
-  TempPath(const std::string& final_path, bool folder) : final_(final_path), folder_(folder) {
-    static std::atomic<int> counter{0};
-    std::string trimmed = final_path;
-    while (trimmed.size() > 1 && trimmed.back() == '/') trimmed.pop_back();
-    size_t slash = trimmed.rfind('/');
-    std::string dir = slash == std::string::npos ? "" : trimmed.substr(0, slash + 1);
-    std::string base = slash == std::string::npos ? trimmed : trimmed.substr(slash + 1);
-    final_ = trimmed;
-    path_ = dir + "." + base + ".part-" + std::to_string(getpid()) + "-" + std::to_string(counter++);
-    bool made = folder ? mkdir(path_.c_str(), 0777) == 0 : [&] {
-      FILE* f = std::fopen(path_.c_str(), "wb");
-      return f && std::fclose(f) == 0;
-    }();
-    if (!made) throw RunError(final_path + ": cannot write: " + std::strerror(errno));
-  }
-  TempPath(const TempPath&) = delete;
-  TempPath& operator=(const TempPath&) = delete;
-  ~TempPath() {
-    if (committed_) return;
-    if (folder_) {
-      remove_tree(path_);
-    } else {
-      std::remove(path_.c_str());
-    }
-  }
-  const std::string& path() const { return path_; }
-  void commit() {
-    if (std::rename(path_.c_str(), final_.c_str()) != 0) {
-      throw RunError(final_ + ": cannot write: " + std::strerror(errno));
-    }
-    committed_ = true;
-  }
-
- private:
-  std::string final_, path_;
-  bool folder_;
-  bool committed_ = false;
-};
 
 AVRational frame_rate_of(double fps) { return av_d2q(fps, 100000); }
 
@@ -104,20 +41,17 @@ class Y4mSink : public FrameSink {
       if (isatty(STDOUT_FILENO)) throw UsageError("not writing video to a terminal (redirect stdout or pipe it)");
       file_ = stdout;
     } else {
-      temp_ = std::make_unique<TempPath>(path, false);
-      file_ = std::fopen(temp_->path().c_str(), "wb");
-      if (!file_) throw RunError(path + ": cannot write: " + std::strerror(errno));
+      temp_ = std::make_unique<AtomicOutput>(path, AtomicOutput::kFile);
+      file_ = temp_->stream();
     }
     AVRational rate = frame_rate_of(info.fps);
     std::fprintf(file_, "YUV4MPEG2 W%d H%d F%d:%d Ip A1:1 C420jpeg\n", info.size.width, info.size.height, rate.num,
                  rate.den);
   }
-  ~Y4mSink() override {
-    if (temp_ && file_) std::fclose(file_);
-  }
   // Straight from the planes, past the stream's buffer (emptied once, after the header).
   void write(const Image& frame, int) override {
     if (!header_flushed_ && std::fflush(file_) != 0) {
+      if (temp_) temp_->fail(std::strerror(errno));
       throw RunError("cannot write the Y4M stream: " + std::string(std::strerror(errno)));
     }
     header_flushed_ = true;
@@ -128,14 +62,12 @@ class Y4mSink : public FrameSink {
       if (std::fflush(file_) != 0) throw RunError("cannot write the Y4M stream: " + std::string(std::strerror(errno)));
       return;
     }
-    FILE* f = file_;
     file_ = nullptr;
-    if (std::fclose(f) != 0) throw RunError("cannot write the Y4M file: " + std::string(std::strerror(errno)));
     temp_->commit();
   }
 
  private:
-  std::unique_ptr<TempPath> temp_;
+  std::unique_ptr<AtomicOutput> temp_;
   FILE* file_ = nullptr;
   bool header_flushed_ = false;
 };
@@ -151,10 +83,10 @@ struct OutputClose {
 // H.264 encoder, then to MPEG-4 video, when libx264 is missing.
 class Mp4Sink : public FrameSink {
  public:
-  Mp4Sink(const std::string& path, const OutputInfo& info) : temp_(path, false) {
+  Mp4Sink(const std::string& path, const OutputInfo& info) : temp_(path, AtomicOutput::kFile) {
     quiet_av_log();
     AVFormatContext* format = nullptr;
-    if (avformat_alloc_output_context2(&format, nullptr, "mp4", temp_.path().c_str()) < 0) {
+    if (avformat_alloc_output_context2(&format, nullptr, "mp4", temp_.temp_path().c_str()) < 0) {
       throw RunError("this FFmpeg cannot write MP4 files");
     }
     format_.reset(format);
@@ -165,7 +97,7 @@ class Mp4Sink : public FrameSink {
     stream->time_base = encoder_->time_base;
     stream->avg_frame_rate = encoder_->framerate;
     if (info.audio) audio_ = std::make_unique<AudioTrack>(*info.audio, format);
-    if (int rc = avio_open(&format->pb, temp_.path().c_str(), AVIO_FLAG_WRITE); rc < 0) {
+    if (int rc = avio_open(&format->pb, temp_.temp_path().c_str(), AVIO_FLAG_WRITE); rc < 0) {
       throw RunError(path + ": cannot write: " + av_error_text(rc));
     }
     AVDictionary* options = nullptr;
@@ -187,8 +119,8 @@ class Mp4Sink : public FrameSink {
 
   void finish() override {
     send(nullptr);
-    if (int rc = av_write_trailer(format_.get()); rc < 0) throw RunError("cannot finish the MP4 file: " + av_error_text(rc));
-    if (int rc = avio_closep(&format_->pb); rc < 0) throw RunError("cannot write the MP4 file: " + av_error_text(rc));
+    if (int rc = av_write_trailer(format_.get()); rc < 0) temp_.fail(av_error_text(rc));
+    if (int rc = avio_closep(&format_->pb); rc < 0) temp_.fail(av_error_text(rc));
     temp_.commit();
   }
 
@@ -237,7 +169,7 @@ class Mp4Sink : public FrameSink {
     if (rc != AVERROR(EAGAIN) && rc != AVERROR_EOF) throw RunError("video encoding failed: " + av_error_text(rc));
   }
 
-  TempPath temp_;
+  AtomicOutput temp_;
   std::unique_ptr<AVFormatContext, OutputClose> format_;
   std::unique_ptr<AudioTrack> audio_;
   CodecPtr encoder_;
@@ -250,16 +182,16 @@ class Mp4Sink : public FrameSink {
 // One PNG per frame, frame-00001.png onwards, in a folder that appears whole.
 class PngFolderSink : public FrameSink {
  public:
-  PngFolderSink(const std::string& path, const OutputInfo&) : temp_(path, true) { quiet_av_log(); }
+  PngFolderSink(const std::string& path, const OutputInfo&) : temp_(path, AtomicOutput::kFolder) { quiet_av_log(); }
   void write(const Image& frame, int) override {
     char name[32];
-    std::snprintf(name, sizeof name, "/frame-%05d.png", ++count_);
-    write_bytes(temp_.path() + name, encode_png(converter_.to_rgb(frame, frame.width, frame.height)));
+    std::snprintf(name, sizeof name, "frame-%05d.png", ++count_);
+    temp_.write_member(name, encode_png(converter_.to_rgb(frame, frame.width, frame.height)));
   }
   void finish() override { temp_.commit(); }
 
  private:
-  TempPath temp_;
+  AtomicOutput temp_;
   PictureConverter converter_;
   int count_ = 0;
 };
@@ -268,7 +200,7 @@ class PngFolderSink : public FrameSink {
 // the transition's name and style, each frame labelled with its percentage.
 class ContactSheetSink : public FrameSink {
  public:
-  ContactSheetSink(const std::string& path, const OutputInfo& info) : temp_(path, false), info_(info) {
+  ContactSheetSink(const std::string& path, const OutputInfo& info) : temp_(path, AtomicOutput::kFile), info_(info) {
     quiet_av_log();
     thumb_width_ = std::min(info.size.width, kMaxThumbWidth);
     thumb_height_ = std::max(1, static_cast<int>(static_cast<long>(info.size.height) * thumb_width_ / info.size.width));
@@ -304,7 +236,8 @@ class ContactSheetSink : public FrameSink {
       draw_text(sheet, left + (thumb_width_ - text_width(label, kScale)) / 2, top + thumb_height_ + kGap, label, kScale,
                 white);
     }
-    write_bytes(temp_.path(), encode_png(sheet));
+    const std::vector<uint8_t> png = encode_png(sheet);
+    temp_.write(png.data(), png.size());
     temp_.commit();
   }
 
@@ -312,7 +245,7 @@ class ContactSheetSink : public FrameSink {
   static constexpr int kShots = 5, kMaxThumbWidth = 320, kMargin = 12, kGap = 8, kScale = 2;
   int shot_index(int k) const { return (k * (info_.transition_frames - 1) + 2) / 4; }
 
-  TempPath temp_;
+  AtomicOutput temp_;
   OutputInfo info_;
   PictureConverter converter_;
   RgbPicture shots_[kShots];
@@ -328,13 +261,15 @@ std::unique_ptr<FrameSink> open_sink(const std::string& path, const OutputInfo& 
   if (ext == ".png") return std::make_unique<ContactSheetSink>(path, info);
   const size_t slash = path.rfind('/');
   const bool no_extension = path.find('.', slash == std::string::npos ? 0 : slash + 1) == std::string::npos;
-  if (ends_with(path, "/") || is_directory(path) || no_extension) {
-    if (is_directory(path)) {
-      DIR* dir = opendir(path.c_str());
-      int entries = 0;
-      while (dir && readdir(dir)) ++entries;
-      if (dir) closedir(dir);
-      if (entries > 2) throw UsageError(path + ": the folder is not empty (frames go into a new or empty folder)");
+  std::error_code error;
+  const bool folder = fs::is_directory(path, error);
+  if (ends_with(path, "/") || folder || no_extension) {
+    if (folder && !fs::is_empty(path, error)) {
+      throw UsageError(path + ": the folder is not empty (frames go into a new or empty folder)");
+    }
+    // Something that exists and is no folder (a file, /dev/full) is not taken for one.
+    if (!folder && fs::exists(fs::symlink_status(path, error))) {
+      throw UsageError(path + ": is not a folder (frames go into a new or empty folder; name a .mp4, .y4m or .png)");
     }
     return std::make_unique<PngFolderSink>(path, info);
   }

@@ -21,7 +21,7 @@ namespace {
 constexpr const char* kUsage =
     "usage: zvtran render A B --transition T [--style S] [--param1 N] [--param2 X] [--duration SEC] "
     "[--offset SEC] [--size WxH] [--fps R] [--with-clips] [--threads N] [--no-audio] -o OUT";
-constexpr int kMaxSide = 8192;
+constexpr int kMaxSide = kMaxFrameSide;
 constexpr int kMaxFrames = 1000000;
 
 Size checked_size(Size size, const std::string& what) {
@@ -43,8 +43,7 @@ void draw_progress(int done, int total) {
 }  // namespace
 
 int render_command(int argc, char** argv) {
-  std::vector<char*> argument_list = with_long_output_option(argc, argv);
-  Args args(static_cast<int>(argument_list.size()), argument_list.data(),
+  Args args("render", kUsage, argc, argv,
             {"transition", "style", "param1", "param2", "duration", "offset", "size", "fps", "output", "threads"},
             {"with-clips", "no-audio"});
   if (args.positional().size() != 2) throw UsageError(kUsage);

@@ -13,16 +13,17 @@ namespace {
 
 volatile std::sig_atomic_t g_interrupted = 0;
 
-extern "C" void on_interrupt(int) { g_interrupted = 1; }
+extern "C" void on_interrupt(int signal) { g_interrupted = signal; }
 
 }  // namespace
 
 void catch_interrupts() {
-  std::signal(SIGINT, on_interrupt);
-  std::signal(SIGTERM, on_interrupt);
+  for (int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) std::signal(signal, on_interrupt);
 }
 
 bool interrupt_requested() { return g_interrupted != 0; }
+
+int interrupt_signal() { return g_interrupted; }
 
 int RenderPlan::transition_frames() const { return std::max(2, zv::round_to_int(duration * fps)); }
 

@@ -13,13 +13,16 @@
 
 namespace zvcli {
 
-// Thrown when SIGINT or SIGTERM asked the work to stop.
+// Thrown when a signal asked the work to stop.
 struct Interrupted : RunError {
   Interrupted() : RunError("interrupted") {}
 };
-// Turns SIGINT and SIGTERM into a flag the render loops check per frame.
+// Turns SIGINT, SIGTERM, SIGHUP and SIGQUIT into a flag the work loops check
+// (per frame, per call), so that every temporary output is removed on the way out.
 void catch_interrupts();
 bool interrupt_requested();
+// The signal that asked, or 0.
+int interrupt_signal();
 
 struct RenderPlan {
   TransitionOp op = nullptr;

@@ -1,6 +1,8 @@
 // zvtran apply, run as a host developer runs it.
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -41,11 +43,33 @@ class ZvtranApply : public ::testing::Test {
     std::ofstream(dir_ / name, std::ios::binary) << bytes;
   }
 
-  RunResult run(const std::string& args) {
-    const std::string cmd = std::string(ZVTRAN_PATH) + " " + args + " >" + (dir_ / "stdout").string() + " 2>" +
-                            (dir_ / "stderr").string();
+  // `stdout_to` replaces the redirection of stdout (e.g. ">/dev/full", ">&-").
+  RunResult run(const std::string& args, const std::string& stdout_to = "") {
+    const std::string out = stdout_to.empty() ? ">" + (dir_ / "stdout").string() : stdout_to;
+    std::ofstream(dir_ / "stdout").close();
+    const std::string cmd = std::string(ZVTRAN_PATH) + " " + args + " " + out + " 2>" + (dir_ / "stderr").string();
     const int raw = std::system(("cd " + dir_.string() + " && " + cmd).c_str());
     return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, slurp(dir_ / "stdout"), slurp(dir_ / "stderr")};
+  }
+
+  // The peak resident memory of one zvtran run, in KiB.
+  long peak_kib(const std::vector<std::string>& args) {
+    std::vector<std::string> words = {ZVTRAN_PATH};
+    words.insert(words.end(), args.begin(), args.end());
+    const pid_t pid = fork();
+    if (pid == 0) {
+      if (chdir(dir_.c_str()) != 0) _exit(126);
+      std::vector<char*> argv;
+      for (std::string& w : words) argv.push_back(w.data());
+      argv.push_back(nullptr);
+      execv(argv[0], argv.data());
+      _exit(127);
+    }
+    int status = 0;
+    rusage usage{};
+    EXPECT_EQ(wait4(pid, &status, 0, &usage), pid);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    return usage.ru_maxrss;
   }
 
   fs::path dir_;
@@ -94,6 +118,63 @@ TEST_F(ZvtranApply, BadInputGetsOneLineAndExitStatusTwo) {
     EXPECT_TRUE(r.out.empty()) << args;
   }
   EXPECT_FALSE(fs::exists(dir_ / "out.yuv"));
+}
+
+TEST_F(ZvtranApply, EmptyFramesSizeLimitsAndNamesInAnyCase) {
+  std::ofstream(dir_ / "empty.yuv").close();
+  // A zero-byte frame file is a whole 0 x 0 frame (nothing to copy, from no data).
+  RunResult r = run("apply 14 --a empty.yuv --a-size 0x0 --out out.yuv");
+  EXPECT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(r.out, "result 0 flags 0 param1 0\n");
+  EXPECT_EQ(run("resize --src empty.yuv --src-size 0x0 --out big.yuv --out-size 4x2 --interpolation 0 --method 3").status,
+            0);
+  // Sizes past the documented limit are refused at once, with one line.
+  for (const char* args : {"apply 14 --a-size 99999x99999", "apply 14 --a-size 8x6 --b-size 8193x2",
+                           "apply 14 --a-size -8193x2", "apply 14 --a-size 8x6 --out-size 2x9000",
+                           "resize --src a.yuv --src-size 8x6 --out o.yuv --out-size 9000x2 --interpolation 0 --method 3"}) {
+    r = run(args);
+    EXPECT_EQ(r.status, 2) << args;
+    EXPECT_NE(r.err.find("8192"), std::string::npos) << args << ": " << r.err;
+    EXPECT_EQ(std::count(r.err.begin(), r.err.end(), '\n'), 1) << args << ": " << r.err;
+  }
+  // Transition names match without regard to case, as style names do.
+  EXPECT_EQ(run("apply fade --a a.yuv --a-size 8x6 --b b.yuv --position 1").out, "result 0 flags 0 param1 0\n");
+  EXPECT_EQ(run("apply 'LINE BASED wipe' --a-size 8x6").status, 0);
+}
+
+TEST_F(ZvtranApply, TopDownBitmapsMustFitTheFrameToo) {
+  std::ofstream(dir_ / "pixels.bgr", std::ios::binary) << std::string(48, '\x40');  // 4 x 4, rows of 12 bytes
+  for (const char* args : {"rgb2yuv --bmp pixels.bgr --bmp-width 4 --bmp-height -4 --out f.yuv --out-size 2x2",
+                           "yuv2rgb --in a.yuv --in-size 8x6 --bmp-width 4 --bmp-height -8 --out p.bgr"}) {
+    RunResult r = run(args);
+    EXPECT_EQ(r.status, 2) << args;
+    EXPECT_NE(r.err.find("does not fit"), std::string::npos) << args << ": " << r.err;
+  }
+  EXPECT_FALSE(fs::exists(dir_ / "f.yuv"));
+  EXPECT_FALSE(fs::exists(dir_ / "p.bgr"));
+}
+
+TEST_F(ZvtranApply, CallsStreamToTheFileInsteadOfPilingUp) {
+  write_frame("big.yuv", 256, 256, 16, 128);
+  // 400 frames of 96 KiB: held in memory they would add about 38 MiB.
+  const long few = peak_kib({"apply", "14", "--a", "big.yuv", "--a-size", "256x256", "--out", "o.yuv", "--calls", "5"});
+  const long many = peak_kib({"apply", "14", "--a", "big.yuv", "--a-size", "256x256", "--out", "o.yuv", "--calls", "400"});
+  EXPECT_LT(many - few, 12 * 1024) << few << " KiB for 5 calls, " << many << " KiB for 400";
+  EXPECT_EQ(fs::file_size(dir_ / "o.yuv"), 400u * 256 * 256 * 3 / 2);
+}
+
+TEST_F(ZvtranApply, AFailedWriteToStandardOutputIsReported) {
+  for (const std::string& args : {"catalogue", "catalogue --json", "--help", "apply --help", "apply 14 --a-size 8x6",
+                                  "apply 14 --a-size 8x6 --out out.yuv"}) {
+    for (const char* to : {">/dev/full", ">&-"}) {
+      RunResult r = run(args, to);
+      EXPECT_EQ(r.status, 1) << args << " " << to;
+      EXPECT_NE(r.err.find("cannot write to standard output"), std::string::npos) << args << " " << to << ": " << r.err;
+      EXPECT_EQ(std::count(r.err.begin(), r.err.end(), '\n'), 1) << args << ": " << r.err;
+    }
+  }
+  EXPECT_FALSE(fs::exists(dir_ / "out.yuv"));  // not written when its report could not be
+  EXPECT_EQ(run("apply --help").status, 0);
 }
 
 TEST_F(ZvtranApply, AnUnwritableOutputFailsWithoutLeavingAFile) {

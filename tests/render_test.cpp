@@ -246,6 +246,8 @@ TEST_F(RenderTest, BadInputGetsOneLineAndLeavesNothing) {
       {"- " + clip + "--transition Fade -o OUT.y4m", "-: standard input is not a Y4M stream"},
       {"- - --transition Fade -o OUT.y4m", "only one of A and B can be -"},
       {clip + clip + "--transition Fade --threads 0 -o OUT.y4m", "--threads must be 1 to 256"},
+      {clip + clip + "--transition Fade -o '" + path("file") + "'", "is not a folder"},
+      {clip + clip + "--transition Fade -o /dev/full", "is not a folder"},
   };
   if (!unimplemented.empty()) {
     cases.push_back({clip + clip + "--transition " + unimplemented + " -o OUT.mp4", "not implemented"});
@@ -346,31 +348,64 @@ TEST_F(RenderTest, Mp4CarriesAudioAcross) {
 
 TEST_F(RenderTest, InterruptLeavesNoOutput) {
   const std::string out = path("long.y4m");
-  std::vector<std::string> words = {kZvtran, "render", "pattern:bars", "pattern:zoneplate", "--transition", "Fade",
-                                    "--duration", "600", "--size", "640x360", "-o", out};
-  std::vector<char*> argv;
-  for (std::string& w : words) argv.push_back(w.data());
-  argv.push_back(nullptr);
-  pid_t pid;
-  ASSERT_EQ(posix_spawn(&pid, kZvtran.c_str(), nullptr, nullptr, argv.data(), environ), 0);
-  // Wait until it is writing (its temporary file has appeared and grown).
-  bool writing = false;
-  for (int i = 0; i < 200 && !writing; ++i) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    for (const std::string& name : listing()) {
-      struct stat info;  // its size, not its bytes: a fast render writes gigabytes in seconds
-      if (name.find(".long.y4m.part") == 0 && stat(path(name).c_str(), &info) == 0 && info.st_size > 1000000) {
-        writing = true;
+  for (int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) {
+    std::vector<std::string> words = {kZvtran, "render", "pattern:bars", "pattern:zoneplate", "--transition", "Fade",
+                                      "--duration", "600", "--size", "640x360", "-o", out};
+    std::vector<char*> argv;
+    for (std::string& w : words) argv.push_back(w.data());
+    argv.push_back(nullptr);
+    pid_t pid;
+    ASSERT_EQ(posix_spawn(&pid, kZvtran.c_str(), nullptr, nullptr, argv.data(), environ), 0);
+    // Wait until it is writing (its temporary file has appeared and grown);
+    // up to a minute, for the slow sanitizer builds.
+    bool writing = false;
+    for (int i = 0; i < 1200 && !writing; ++i) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+      for (const std::string& name : listing()) {
+        struct stat info;  // its size, not its bytes: a fast render writes gigabytes in seconds
+        if (name.find(".long.y4m.part") == 0 && stat(path(name).c_str(), &info) == 0 && info.st_size > 1000000) {
+          writing = true;
+        }
       }
     }
+    EXPECT_TRUE(writing) << "signal " << signal;
+    kill(pid, signal);
+    int status = 0;
+    ASSERT_EQ(waitpid(pid, &status, 0), pid);
+    EXPECT_TRUE(WIFEXITED(status)) << "signal " << signal;
+    EXPECT_EQ(WEXITSTATUS(status), 128 + signal);
+    EXPECT_EQ(listing(), std::set<std::string>{}) << "signal " << signal;
   }
-  EXPECT_TRUE(writing);
-  kill(pid, SIGINT);
-  int status = 0;
-  ASSERT_EQ(waitpid(pid, &status, 0), pid);
-  EXPECT_TRUE(WIFEXITED(status));
-  EXPECT_EQ(WEXITSTATUS(status), 130);
-  EXPECT_EQ(listing(), std::set<std::string>{});
+}
+
+// A full disk, as a file size limit: the error names the output asked for and
+// nothing is left behind; a gallery that was there stays as it was.
+TEST_F(RenderTest, FailedWritesNameTheOutputAndLeaveWhatWasThere) {
+  const std::string limited = "bash -c \"trap '' XFSZ; ulimit -f 1; exec '" + kZvtran + "' \"\\$@\"\" zvtran ";
+  const std::string render = "render pattern:zoneplate pattern:checker --transition Fade --size 128x96 --duration 0.4 -o ";
+  for (const char* name : {"out.y4m", "out.png", "out.mp4", "frames"}) {
+    Result r = sh(limited + render + "'" + path(name) + "'");
+    EXPECT_EQ(r.status, 1) << name;
+    EXPECT_NE(r.err.find(path(name) + ": cannot write: "), std::string::npos) << name << ": " << r.err;
+    EXPECT_EQ(r.err.find(".part"), std::string::npos) << r.err;
+    EXPECT_EQ(std::count(r.err.begin(), r.err.end(), '\n'), 1) << r.err;
+    EXPECT_EQ(listing(), std::set<std::string>{}) << name;
+  }
+
+  const std::string gallery = path("gallery");
+  Result r = sh(limited + "demo --ids Blend --size 32x32 -o '" + gallery + "'");
+  EXPECT_EQ(r.status, 1) << r.err;
+  EXPECT_EQ(listing(), std::set<std::string>{});  // no gallery before: none after
+  ASSERT_EQ(zvtran("demo --ids Blend --size 32x32 -o '" + gallery + "'").status, 0);
+  const std::string page = read_text(gallery + "/index.html"), media = read_text(gallery + "/media/66-0.png");
+  ASSERT_FALSE(media.empty());
+  r = sh(limited + "demo --ids Fade --size 32x32 -o '" + gallery + "'");
+  EXPECT_EQ(r.status, 1) << r.err;
+  EXPECT_EQ(r.err.find(".part"), std::string::npos) << r.err;
+  EXPECT_EQ(read_text(gallery + "/index.html"), page);
+  EXPECT_EQ(read_text(gallery + "/media/66-0.png"), media);
+  Result names = sh("ls -A '" + gallery + "' '" + gallery + "/media'");
+  EXPECT_EQ(names.out, gallery + ":\nindex.html\nmedia\n\n" + gallery + "/media:\n66-0.mp4\n66-0.png\n");
 }
 
 TEST_F(RenderTest, DemoGalleryPlaysInChromium) {

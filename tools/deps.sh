@@ -9,6 +9,7 @@ ZV_PACKAGES=(
   libavfilter-dev libswresample-dev
   libhwy-dev libcli11-dev nlohmann-json3-dev
   libmlt-dev libmlt++-dev melt
+  clang libclang-rt-14-dev
   ffmpeg chromium
 )
 

@@ -14,6 +14,14 @@ export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 (cd build-sanitize && ctest --output-on-failure -j "$(nproc)")
 
+# Two minutes of coverage-guided fuzzing over every transition and service.
+bash fuzz/run.sh smoke
+
+# The threaded tests under ThreadSanitizer (library, zvtran and those tests only).
+CC=clang CXX=clang++ ZV_TARGETS="zv_tsan_tests zvtran zvCtrls" zv_build build-tsan -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+  -DZV_TSAN=ON -DZV_BUILD_TESTS=ON -DZV_BUILD_BENCH=OFF
+(cd build-tsan && ctest --output-on-failure -j "$(nproc)")
+
 # The Windows DLLs: both cross-built, their tables checked, the 64-bit set run
 # under wine and compared with the native build (skipped, saying so, when its
 # packages cannot be installed).
