@@ -50,12 +50,13 @@ class Y4mSink : public FrameSink {
   }
   // Straight from the planes, past the stream's buffer (emptied once, after the header).
   void write(const Image& frame, int) override {
-    if (!header_flushed_ && std::fflush(file_) != 0) {
-      if (temp_) temp_->fail(std::strerror(errno));
-      throw RunError("cannot write the Y4M stream: " + std::string(std::strerror(errno)));
-    }
+    const bool written = (header_flushed_ || std::fflush(file_) == 0) && write_y4m_frame(fileno(file_), frame);
     header_flushed_ = true;
-    write_y4m_frame(fileno(file_), frame);
+    if (!written) {
+      const std::string reason = std::strerror(errno);
+      if (temp_) temp_->fail(reason);
+      throw RunError("cannot write the Y4M stream: " + reason);
+    }
   }
   void finish() override {
     if (!temp_) {

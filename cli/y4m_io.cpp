@@ -240,7 +240,7 @@ std::unique_ptr<FrameSource> open_y4m(const std::string& name) {
   return std::make_unique<Y4mSource>(name, fd, !stream, header, header_bytes, count);
 }
 
-void write_y4m_frame(int fd, const Image& frame) {
+bool write_y4m_frame(int fd, const Image& frame) {
   iovec vectors[4] = {{const_cast<char*>(kFrameLine), kFrameLineBytes},
                       {frame.get_Y(), frame.plane_size(0)},
                       {frame.get_U(), frame.plane_size(1)},
@@ -250,9 +250,10 @@ void write_y4m_frame(int fd, const Image& frame) {
   while (count > 0) {
     ssize_t put = writev(fd, left, count);
     if (put < 0 && errno == EINTR) continue;
-    if (put < 0) throw RunError("cannot write the Y4M stream: " + std::string(std::strerror(errno)));
+    if (put < 0) return false;
     advance(left, count, static_cast<size_t>(put));
   }
+  return true;
 }
 
 }  // namespace zvcli

@@ -17,7 +17,7 @@ namespace zvcli {
 std::unique_ptr<FrameSource> open_y4m(const std::string& name);
 
 // "FRAME" and the three planes of `frame`, in one system call where the
-// descriptor takes it all at once; a run error when it cannot be written.
-void write_y4m_frame(int fd, const Image& frame);
+// descriptor takes it all at once; false (errno set) when it cannot be written.
+bool write_y4m_frame(int fd, const Image& frame);
 
 }  // namespace zvcli
