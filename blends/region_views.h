@@ -23,16 +23,6 @@ inline CommonRegion rows_flipped(const CommonRegion& r) {
   return f;
 }
 
-// `a` where the region had `b` and the other way round.
-inline CommonRegion pictures_swapped(const CommonRegion& r) {
-  CommonRegion s = r;
-  s.a = r.b;
-  s.b = r.a;
-  s.a_stride = r.b_stride;
-  s.b_stride = r.a_stride;
-  return s;
-}
-
 // The end frames: the region of `a` (or of `b`) copied whole.
 inline void copy_region_picture(const CommonRegion& r, bool from_b) {
   copy_block(0, r.width, r.height, r.out_stride, from_b ? r.b_stride : r.a_stride, r.out, from_b ? r.b : r.a);

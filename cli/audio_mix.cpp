@@ -69,20 +69,7 @@ class AudioInput {
   // The next decoded frame, its time stamp the count of samples before it;
   // false at the end (a damaged packet ends the audio there).
   bool next(AVFrame& frame) {
-    av_frame_unref(&frame);
-    for (;;) {
-      int rc = avcodec_receive_frame(decoder_.get(), &frame);
-      if (rc >= 0) break;
-      if (rc != AVERROR(EAGAIN) || at_end_) return false;
-      rc = av_read_frame(format_.get(), packet_.get());
-      if (rc < 0) {
-        at_end_ = true;
-        avcodec_send_packet(decoder_.get(), nullptr);
-        continue;
-      }
-      if (packet_->stream_index == stream_) avcodec_send_packet(decoder_.get(), packet_.get());
-      av_packet_unref(packet_.get());
-    }
+    if (!decode_next(format_.get(), decoder_.get(), packet_.get(), stream_, at_end_, frame)) return false;
     frame.pts = decoded_;
     decoded_ += frame.nb_samples;
     return true;

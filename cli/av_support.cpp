@@ -3,6 +3,8 @@
 #include <mutex>
 
 extern "C" {
+#include <libavcodec/avcodec.h>
+#include <libavformat/avformat.h>
 #include <libavutil/error.h>
 #include <libavutil/log.h>
 }
@@ -25,6 +27,24 @@ std::string av_error_text(int code) {
   char text[AV_ERROR_MAX_STRING_SIZE] = {};
   av_strerror(code, text, sizeof text);
   return text;
+}
+
+bool decode_next(AVFormatContext* format, AVCodecContext* decoder, AVPacket* packet, int stream, bool& at_end,
+                 AVFrame& frame) {
+  av_frame_unref(&frame);
+  for (;;) {
+    int rc = avcodec_receive_frame(decoder, &frame);
+    if (rc >= 0) return true;
+    if (rc != AVERROR(EAGAIN) || at_end) return false;
+    rc = av_read_frame(format, packet);
+    if (rc < 0) {
+      at_end = true;
+      avcodec_send_packet(decoder, nullptr);
+      continue;
+    }
+    if (packet->stream_index == stream) avcodec_send_packet(decoder, packet);
+    av_packet_unref(packet);
+  }
 }
 
 void quiet_av_log() {

@@ -38,6 +38,12 @@ FramePtr alloc_frame();
 PacketPtr alloc_packet();
 // FFmpeg's text for an error code.
 std::string av_error_text(int code);
+
+// The next frame of `stream` from `decoder`, reading packets of `format` as it
+// needs them; `at_end` is set once the file has no more. False at the end (a
+// damaged packet ends the stream there).
+bool decode_next(AVFormatContext* format, AVCodecContext* decoder, AVPacket* packet, int stream, bool& at_end,
+                 AVFrame& frame);
 // Keeps FFmpeg's own log quiet: zvtran reports failures in its own words.
 void quiet_av_log();
 

@@ -72,21 +72,7 @@ class MediaFile : public FrameSource {
   // The next picture and its time from the first one; false at the end (a
   // damaged packet ends the clip there).
   bool decode(AVFrame& frame, double& time) {
-    av_frame_unref(&frame);
-    for (;;) {
-      int rc = avcodec_receive_frame(decoder_.get(), &frame);
-      if (rc >= 0) break;
-      if (rc != AVERROR(EAGAIN)) return false;
-      if (at_end_) return false;
-      rc = av_read_frame(format_.get(), packet_.get());
-      if (rc < 0) {
-        at_end_ = true;
-        avcodec_send_packet(decoder_.get(), nullptr);
-        continue;
-      }
-      if (packet_->stream_index == stream_) avcodec_send_packet(decoder_.get(), packet_.get());
-      av_packet_unref(packet_.get());
-    }
+    if (!decode_next(format_.get(), decoder_.get(), packet_.get(), stream_, at_end_, frame)) return false;
     int64_t pts = frame.best_effort_timestamp;
     double t = pts != AV_NOPTS_VALUE ? pts * time_base_ : decoded_ * (rate_ > 0 ? 1 / rate_ : 0.04);
     if (decoded_++ == 0) first_time_ = t;

@@ -138,7 +138,7 @@ void quarters(int w, int h, PeelQuadrant out[4]) {
 template <typename ForQuarter>
 void peel_styles(const CommonRegion& region, int style, double p, ForQuarter&& for_quarter) {
   if (static_cast<unsigned>(style) > kClose || region.empty()) return;
-  const CommonRegion r = style == kClose ? pictures_swapped(region) : region;
+  const CommonRegion r = style == kClose ? exchange_pictures(region) : region;
   const double q = style == kClose ? 1 - p : p;
   PeelQuadrant parts[4];
   quarters(r.width, r.height, parts);

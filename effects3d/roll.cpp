@@ -151,7 +151,7 @@ void roll_plane(const CommonRegion& r, int style, int pct, double p, bool chroma
   } kStyles[] = {{false, true, true}, {false, false, true}, {false, false, false}, {false, true, false},
                  {true, true, true},  {true, false, true},  {true, false, false},  {true, true, false}};
   const auto& s = kStyles[style];
-  roll_out(s.roll_in ? pictures_swapped(r) : r, s.vertical, s.mirrored, s.roll_in ? 1 - p : p, pct, chroma);
+  roll_out(s.roll_in ? exchange_pictures(r) : r, s.vertical, s.mirrored, s.roll_in ? 1 - p : p, pct, chroma);
 }
 
 int ZV_STDCALL roll_3d(Image* out, Image* a, Image* b, TransitionParams* params) {

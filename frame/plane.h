@@ -49,4 +49,15 @@ struct CommonRegion {
 
 CommonRegion common_region(const PlaneView& out, const PlaneView& a, const PlaneView& b);
 
+// The region with `a` and `b` exchanged (pictures and strides): for the
+// styles that run another style's geometry with the pictures swapped.
+inline CommonRegion exchange_pictures(const CommonRegion& r) {
+  CommonRegion e = r;
+  e.a = r.b;
+  e.b = r.a;
+  e.a_stride = r.b_stride;
+  e.b_stride = r.a_stride;
+  return e;
+}
+
 }  // namespace zv

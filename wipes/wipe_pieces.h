@@ -40,17 +40,6 @@ void draw_pieces_reference(const CommonRegion& c, const PieceList& pieces);
 void draw_pieces_fast(const CommonRegion& c, const PieceList& pieces);
 void draw_pieces(const CommonRegion& c, const PieceList& pieces);
 
-// The area with `a` and `b` exchanged (pictures and strides): the wipes whose
-// second style is the first one run backwards with the pictures swapped.
-inline CommonRegion exchange_pictures(const CommonRegion& c) {
-  CommonRegion e = c;
-  e.a = c.b;
-  e.b = c.a;
-  e.a_stride = c.b_stride;
-  e.b_stride = c.a_stride;
-  return e;
-}
-
 inline const uint8_t* picture_row(const CommonRegion& c, Pic pic, int row) {
   return pic == Pic::kA ? row_at(c.a, c.a_stride, row) : row_at(c.b, c.b_stride, row);
 }
