@@ -11,7 +11,8 @@ namespace zv {
 namespace {
 
 constexpr int kLastZoomStyle = 7;
-constexpr int kZoomOut = 0, kZoomIn = 1;
+// Style 0 zooms out, style 1 in.
+constexpr int kZoomIn = 1;
 constexpr int kMaxBoxes = 50;
 
 // t(size x fraction + 0.5), the part of a size that progress has reached. A
