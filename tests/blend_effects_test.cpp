@@ -1,44 +1,86 @@
-// Blend, Stretch In, Mesh and X Ray: the exact samples of their formulas.
+// The blends that turn solid frames into solid frames (Add Dissolve, Fade's
+// levels, Blend, X Ray), and Stretch In and Mesh sample by sample.
 #include <gtest/gtest.h>
 
-#include <string>
-
-#include "frame/registration.h"
 #include "tests/test_support.h"
 
 namespace {
 
 using zvtest::ImagePtr;
+using zvtest::run_transition;
+using zvtest::sample;
 
-constexpr int kStretchIn = 40, kMesh = 41, kXRay = 53, kBlend = 66;
+constexpr int kFade = 14, kAddDissolve = 36, kStretchIn = 40, kMesh = 41, kXRay = 53, kBlend = 66;
 
-int run(int id, Image* out, Image* a, Image* b, int style, double position) {
-  TransitionParams params = zvtest::make_params(style, position);
-  return zv::transition_entry(id)(out, a, b, &params);
-}
-
-struct MixCase {
-  double position;
-  uint8_t a, b, expected;
+struct Colour {
+  uint8_t y, u, v;
 };
 
-class BlendMix : public ::testing::TestWithParam<MixCase> {};
+struct SolidCase {
+  int id, style;
+  double position;
+  Colour a, b, want;
+  int width, height;
+};
 
-TEST_P(BlendMix, SquaredWeightWithoutRounding) {
-  const MixCase c = GetParam();
-  ImagePtr a = zvtest::solid_frame(18, 4, c.a, c.a, c.a), b = zvtest::solid_frame(18, 4, c.b, c.b, c.b);
-  ImagePtr out = zvtest::random_frame(18, 4, 3);
-  run(kBlend, out.get(), a.get(), b.get(), 0, c.position);
-  EXPECT_EQ(zvtest::frame_bytes(*out), std::vector<uint8_t>(out->plane_size(0) * 3 / 2, c.expected));
+constexpr Colour kAddA{200, 60, 70}, kAddB{50, 160, 170}, kFadeA{16, 100, 200}, kFadeB{235, 60, 127};
+
+const SolidCase kSolidCases[] = {
+    // Add Dissolve offsets the luma (saturating) and switches the chroma: a's, grey from 0.4, b's from 0.6.
+    {kAddDissolve, 0, 0.25, kAddA, kAddB, {255, 60, 70}, 16, 8},  // 200 + t(95.625), saturated
+    {kAddDissolve, 1, 0.25, kAddA, kAddB, {105, 60, 70}, 16, 8},  // 200 - 95
+    {kAddDissolve, 1, 0.39, kAddA, kAddB, {51, 60, 70}, 16, 8},   // 200 - t(149.175)
+    {kAddDissolve, 0, 0.4, kAddA, kAddB, {255, 128, 128}, 16, 8},
+    {kAddDissolve, 1, 0.4, kAddA, kAddB, {47, 128, 128}, 16, 8},
+    {kAddDissolve, 0, 0.5, kAddA, kAddB, {241, 128, 128}, 16, 8},  // b + 191
+    {kAddDissolve, 1, 0.5, kAddA, kAddB, {0, 128, 128}, 16, 8},    // b - 191, saturated
+    {kAddDissolve, 0, 0.59, kAddA, kAddB, {206, 128, 128}, 16, 8},  // b + t(156.825)
+    {kAddDissolve, 0, 0.6, kAddA, kAddB, {203, 160, 170}, 16, 8},   // b + 153
+    {kAddDissolve, 1, 0.75, kAddA, kAddB, {0, 160, 170}, 16, 8},
+    {kAddDissolve, 0, 0.75, kAddA, kAddB, {145, 160, 170}, 16, 8},
+    // Fade: k = 64 is three quarters a; fading one picture alone takes luma to 0 and chroma to 128 with a
+    // flooring shift, and b's chroma of 127 stays 127 for any weight below 256.
+    {kFade, 0, 0.5, kFadeA, kFadeB, {70, 90, 181}, 64, 48},
+    {kFade, 1, 1.0, kFadeA, kFadeB, {0, 128, 128}, 64, 48},
+    {kFade, 1, 0.5, kFadeA, kFadeB, {12, 107, 182}, 64, 48},
+    {kFade, 2, 0.5, kFadeA, kFadeB, {58, 111, 127}, 64, 48},
+    // Out and in through black: black at exactly 0.5, almost black just before.
+    {kFade, 3, 0.5, kFadeA, kFadeB, {0, 128, 128}, 64, 48},
+    {kFade, 3, 0.499, kFadeA, kFadeB, {0, 127, 128}, 64, 48},
+    {kFade, 3, 0.75, kFadeA, kFadeB, {58, 111, 127}, 64, 48},
+    // Blend: the squared weight, without rounding.
+    {kBlend, 0, 0.5, {200, 200, 200}, {40, 40, 40}, {160, 160, 160}, 18, 4},  // alpha 64
+    {kBlend, 0, 0.1, {255, 255, 255}, {0, 0, 0}, {253, 253, 253}, 18, 4},     // alpha t(2.56) = 2
+    {kBlend, 0, 0.99, {0, 0, 0}, {255, 255, 255}, {249, 249, 249}, 18, 4},    // alpha t(250.9) = 250
+    // X Ray: the luma follows the phase, the chroma cuts over half way.
+    {kXRay, 0, 0.1, {0, 60, 70}, {99, 160, 170}, {64, 60, 70}, 6, 4},     // dark rises by t(64)
+    {kXRay, 0, 0.1, {255, 60, 70}, {99, 160, 170}, {191, 60, 70}, 6, 4},  // bright falls by 64
+    {kXRay, 0, 0.3, {10, 60, 70}, {99, 160, 170}, {219, 60, 70}, 6, 4},   // c = 76 - 10, plus t(153.6)
+    {kXRay, 0, 0.3, {200, 60, 70}, {99, 160, 170}, {29, 60, 70}, 6, 4},   // c = -124 counts as below 128
+    {kXRay, 0, 0.3, {0, 60, 70}, {99, 160, 170}, {229, 60, 70}, 6, 4},
+    {kXRay, 0, 0.499, {0, 60, 70}, {99, 160, 170}, {255, 60, 70}, 6, 4},
+    {kXRay, 0, 0.5, {153, 60, 70}, {99, 160, 170}, {255, 160, 170}, 6, 4},  // 408 - A
+    {kXRay, 0, 0.5, {200, 60, 70}, {99, 160, 170}, {208, 160, 170}, 6, 4},
+    {kXRay, 0, 0.6, {99, 60, 70}, {3, 160, 170}, {253, 160, 170}, 6, 4},  // B + 250
+    {kXRay, 0, 0.6, {99, 60, 70}, {5, 160, 170}, {255, 160, 170}, 6, 4},
+    {kXRay, 0, 0.933, {99, 60, 70}, {100, 160, 170}, {96, 160, 170}, 6, 4},  // d = 254.745: the dip of 4
+    {kXRay, 0, 0.933, {99, 60, 70}, {2, 160, 170}, {0, 160, 170}, 6, 4},
+    {kXRay, 0, 0.94, {99, 60, 70}, {100, 160, 170}, {100, 160, 170}, 6, 4},  // d >= 255: the snap to B
+};
+
+TEST(SolidFrames, EverySampleTakesTheBlend) {
+  for (const SolidCase& c : kSolidCases) {
+    SCOPED_TRACE(testing::Message() << "id " << c.id << " style " << c.style << " position " << c.position);
+    ImagePtr a = zvtest::solid_frame(c.width, c.height, c.a.y, c.a.u, c.a.v);
+    ImagePtr b = zvtest::solid_frame(c.width, c.height, c.b.y, c.b.u, c.b.v);
+    ImagePtr out = zvtest::random_frame(c.width, c.height, 3);
+    ASSERT_EQ(run_transition(c.id, out.get(), a.get(), b.get(), c.style, c.position), 0);
+    EXPECT_EQ(zvtest::frame_bytes(*out),
+              zvtest::frame_bytes(*zvtest::solid_frame(c.width, c.height, c.want.y, c.want.u, c.want.v)));
+  }
 }
 
-INSTANTIATE_TEST_SUITE_P(Weights, BlendMix,
-                         ::testing::Values(MixCase{0.5, 200, 40, 160},  // alpha 64
-                                           MixCase{0.1, 255, 0, 253},   // alpha t(2.56) = 2
-                                           MixCase{0.99, 0, 255, 249}));  // alpha t(250.9) = 250
-
-// Luma row r of a w x h frame holds base + step x (r x w + col): every sample
-// tells where it was read from.
+// Luma sample i of the frame is step x i: every sample tells where it was read from.
 ImagePtr ramp_frame(int w, int h, int step) {
   ImagePtr f = zvtest::solid_frame(w, h, 0, 128, 128);
   for (int i = 0; i < w * h; ++i) f->get_Y()[i] = static_cast<uint8_t>(step * i);
@@ -46,82 +88,35 @@ ImagePtr ramp_frame(int w, int h, int step) {
 }
 
 TEST(StretchIn, LeftAnchorSpreadsTheFirstColumnsOfB) {
-  // p = 0.5 on 16 columns: f = 0.5, alpha 64; column x reads b's column t(x / 2).
-  ImagePtr a = zvtest::solid_frame(16, 2, 0, 128, 128), b = ramp_frame(16, 2, 4);
-  ImagePtr out = zvtest::random_frame(16, 2, 3);
-  run(kStretchIn, out.get(), a.get(), b.get(), 1, 0.5);
-  for (int row = 0; row < 2; ++row) {
-    for (int x = 0; x < 16; ++x) {
-      EXPECT_EQ(zvtest::sample(*out, 0, x, row), (4 * (row * 16 + x / 2) * 64) >> 8) << x << "," << row;
-    }
-  }
+  // p = 0.5 on 16 columns: alpha 64 of 4 x b's index; column x reads b's column t(x / 2).
+  ImagePtr a = zvtest::solid_frame(16, 2, 0, 128, 128), b = ramp_frame(16, 2, 4), out = zvtest::random_frame(16, 2, 3);
+  run_transition(kStretchIn, out.get(), a.get(), b.get(), 1, 0.5);
+  EXPECT_EQ(zvtest::plane_bytes(*out, 0), (std::vector<uint8_t>{0, 0, 1, 1, 2, 2, 3, 3, 4, 4, 5, 5, 6, 6, 7, 7, 16, 16,
+                                                                17, 17, 18, 18, 19, 19, 20, 20, 21, 21, 22, 22, 23, 23}));
 }
 
 TEST(StretchIn, RightAnchorReadsOnePastTheRowButNeverPastThePlane) {
-  // p = 0.9: f = 0.9 and alpha t(207.36) = 207. The last column reads B(W):
-  // the next row's first sample, and on the last row the plane's last sample.
-  ImagePtr a = zvtest::solid_frame(8, 4, 0, 128, 128), b = ramp_frame(8, 4, 7);
-  ImagePtr out = zvtest::random_frame(8, 4, 3);
-  run(kStretchIn, out.get(), a.get(), b.get(), 0, 0.9);
+  // p = 0.9: alpha 207. The last column reads B(W): the next row's first sample, and on the last row the
+  // plane's last sample. Column 8 - i reads B(8 - t(0.9 i)); for i = 2 that is B(7).
+  ImagePtr a = zvtest::solid_frame(8, 4, 0, 128, 128), b = ramp_frame(8, 4, 7), out = zvtest::random_frame(8, 4, 3);
+  run_transition(kStretchIn, out.get(), a.get(), b.get(), 0, 0.9);
+  const int last[4] = {45, 90, 135, 175}, before_last[4] = {39, 84, 130, 175};
   for (int row = 0; row < 4; ++row) {
-    const int read = row < 3 ? (row + 1) * 8 : 31;
-    EXPECT_EQ(zvtest::sample(*out, 0, 7, row), (7 * read * 207) >> 8) << "row " << row;
-    // Column 8 - i reads B(8 - t(0.9 i)); for i = 2 that is B(7).
-    EXPECT_EQ(zvtest::sample(*out, 0, 6, row), (7 * (row * 8 + 7) * 207) >> 8) << "row " << row;
+    EXPECT_EQ(sample(*out, 0, 7, row), last[row]) << "row " << row;
+    EXPECT_EQ(sample(*out, 0, 6, row), before_last[row]) << "row " << row;
   }
 }
 
 TEST(Mesh, EvenRowsMoveLeftAndOddRowsRight) {
   ImagePtr a = zvtest::random_frame(16, 4, 1), b = zvtest::random_frame(16, 4, 2), out = zvtest::random_frame(16, 4, 3);
-  run(kMesh, out.get(), a.get(), b.get(), 0, 0.5);  // k = 8 in luma, 4 in chroma
+  run_transition(kMesh, out.get(), a.get(), b.get(), 0, 0.5);  // k = 8 in luma, 4 in chroma
   for (int plane = 0; plane < 3; ++plane) {
     const int w = plane == 0 ? 16 : 8, k = w / 2;
-    for (int row = 0; row < (plane == 0 ? 4 : 2); ++row) {
-      for (int x = 0; x < w; ++x) {
-        uint8_t expected;
-        if (row % 2 == 0) {
-          expected = x < w - k ? zvtest::sample(*a, plane, x + k, row) : zvtest::sample(*b, plane, x, row);
-        } else {
-          expected = x < k ? zvtest::sample(*b, plane, x, row) : zvtest::sample(*a, plane, x - k, row);
-        }
-        ASSERT_EQ(zvtest::sample(*out, plane, x, row), expected) << "plane " << plane << " at " << x << "," << row;
-      }
-    }
+    EXPECT_TRUE(zvtest::samples_are(*out, plane, [&](int x, int y) {
+      if (y % 2 == 0) return x < w - k ? sample(*a, plane, x + k, y) : sample(*b, plane, x, y);
+      return x < k ? sample(*b, plane, x, y) : sample(*a, plane, x - k, y);
+    }));
   }
 }
-
-struct XRayCase {
-  double position;
-  uint8_t a, b, luma, chroma;
-};
-
-class XRayPhases : public ::testing::TestWithParam<XRayCase> {};
-
-TEST_P(XRayPhases, LumaFollowsThePhaseAndChromaCutsHalfWay) {
-  const XRayCase c = GetParam();
-  ImagePtr a = zvtest::solid_frame(6, 4, c.a, 60, 70), b = zvtest::solid_frame(6, 4, c.b, 160, 170);
-  ImagePtr out = zvtest::random_frame(6, 4, 3);
-  run(kXRay, out.get(), a.get(), b.get(), 0, c.position);
-  EXPECT_EQ(zvtest::plane_bytes(*out, 0), std::vector<uint8_t>(24, c.luma));
-  EXPECT_EQ(zvtest::plane_bytes(*out, 1), std::vector<uint8_t>(6, c.chroma));
-  EXPECT_EQ(zvtest::plane_bytes(*out, 2), std::vector<uint8_t>(6, c.chroma + 10));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Phases, XRayPhases,
-    ::testing::Values(XRayCase{0.1, 0, 99, 64, 60},      // dark rises by t(64)
-                      XRayCase{0.1, 255, 99, 191, 60},   // bright falls by 64
-                      XRayCase{0.3, 10, 99, 219, 60},    // c = 76 - 10, plus t(153.6)
-                      XRayCase{0.3, 200, 99, 29, 60},    // c = -124 counts as below 128
-                      XRayCase{0.3, 0, 99, 229, 60},
-                      XRayCase{0.499, 0, 99, 255, 60},
-                      XRayCase{0.5, 153, 99, 255, 160},  // 408 - A; chroma switches at 0.5
-                      XRayCase{0.5, 200, 99, 208, 160},
-                      XRayCase{0.6, 99, 3, 253, 160},    // B + 250
-                      XRayCase{0.6, 99, 5, 255, 160},
-                      XRayCase{0.933, 99, 100, 96, 160},  // d = 254.745: the dip of 4
-                      XRayCase{0.933, 99, 2, 0, 160},
-                      XRayCase{0.94, 99, 100, 100, 160},  // d >= 255: the snap to B
-                      XRayCase{1.0, 99, 100, 100, 160}));
 
 }  // namespace

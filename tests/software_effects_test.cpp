@@ -4,10 +4,12 @@
 // frames (360 x 288 chroma), and what all twelve promise together.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <functional>
-#include <limits>
 #include <string>
 #include <thread>
+#include <tuple>
+#include <vector>
 
 #include "effects3d/column_surface.h"
 #include "frame/det_rand.h"
@@ -31,17 +33,15 @@ Frames run(int id, int style, double position, int param1 = 0, bool solid = fals
   Frames f{solid ? zvtest::solid_frame(W, H, 200, 200, 200) : zvtest::random_frame(W, H, 1),
            solid ? zvtest::solid_frame(W, H, 40, 40, 40) : zvtest::random_frame(W, H, 2),
            zvtest::random_frame(W, H, 3)};
-  TransitionParams params = zvtest::make_params(style, position);
-  params.param1 = param1;
-  EXPECT_EQ(zv::transition_entry(id)(f.out.get(), f.a.get(), f.b.get(), &params), 0);
+  EXPECT_EQ(zvtest::run_transition(id, f.out.get(), f.a.get(), f.b.get(), style, position, param1), 0);
   return f;
 }
 
 // One expected sample: plane, output position, and what it must equal.
 struct Expect {
   int plane, x, y;
-  char source;  // 'a', 'b', or 'v' for a literal value
-  int sx, sy;   // source position, or the value in sx
+  char source;        // 'a', 'b', or 'v' for a literal value
+  int sx, sy;         // source position, or the value in sx
   int shade = 256;    // luma shaded by this weight
   bool back = false;  // the back of a page
 };
@@ -55,261 +55,198 @@ struct Case {
   std::vector<Expect> expects;
 };
 
-// The bar heights of ten 72-column strips at p = 0.25 and 0.75.
-const int kBars[10] = {432, 400, 368, 336, 304, 272, 240, 208, 176, 144};
-
+// Obscure's bars on ten 72-column strips at p = 0.25 and 0.75, at each strip's first or last column.
 std::vector<Expect> obscure_bars(bool second) {
+  const int bars[10] = {432, 400, 368, 336, 304, 272, 240, 208, 176, 144};
   std::vector<Expect> e;
   for (int i = 0; i < 10; ++i) {
-    const int x = 72 * i + 71 * (i % 2);  // each strip's first or last column
-    const int h = kBars[i];
-    if (second) {
-      e.push_back({0, x, h - 1, 'b', x, h - 1});
-      e.push_back({0, x, h, 'v', 16, 0});
-    } else {
-      e.push_back({0, x, h - 1, 'v', 16, 0});
-      e.push_back({0, x, h, 'a', x, h});
-    }
+    const int x = 72 * i + 71 * (i % 2), h = bars[i];
+    e.push_back(second ? Expect{0, x, h - 1, 'b', x, h - 1} : Expect{0, x, h - 1, 'v', 16, 0});
+    e.push_back(second ? Expect{0, x, h, 'v', 16, 0} : Expect{0, x, h, 'a', x, h});
   }
   return e;
 }
 
-std::vector<Case> cases() {
-  std::vector<Case> c = {
-      {"ObscureFirstPhase", kObscure, 0, 0.25, 10, false, obscure_bars(false)},
-      {"ObscureSecondPhase", kObscure, 0, 0.75, 10, false, obscure_bars(true)},
-      // Bottom to Top: the same bars from the bottom row up.
-      {"ObscureBottomToTop", kObscure, 1, 0.25, 10, false,
-       {{0, 0, H - 432, 'v', 16, 0}, {0, 0, H - 433, 'a', 0, H - 433}, {0, 719, H - 144, 'v', 16, 0},
-        {0, 719, H - 145, 'a', 719, H - 145}}},
-      // One strip: no stagger, one bar over the whole width.
-      {"ObscureOneStrip", kObscure, 0, 0.25, 1, false,
-       {{0, 0, 431, 'v', 16, 0}, {0, 719, 431, 'v', 16, 0}, {0, 719, 432, 'a', 719, 432}}},
-      {"SwapMidpoint", kSwap, 0, 0.5, 0, false,
-       {{0, 0, 115, 'b', 120, 0}, {0, 359, 460, 'b', 718, 574}, {0, 360, 115, 'a', 0, 0},
-        {0, 719, 460, 'a', 598, 574}, {0, 0, 114, 'v', 16, 0}, {0, 500, 461, 'v', 16, 0}}},
-      // `a` in front where they overlap; `b` from column -51, `a` from 255.
-      {"SwapQuarter", kSwap, 0, 0.25, 0, false,
-       {{0, 254, 81, 'b', 425, 0}, {0, 255, 81, 'a', 0, 0}, {0, 464, 493, 'a', 291, 574}, {0, 465, 81, 'a', 293, 0},
-        {0, 0, 80, 'v', 16, 0}, {0, 719, 494, 'v', 16, 0}}},
-      {"SwingIn1Half", kSwing, 0, 0.5, 0, false,
-       {{0, 0, 7, 'b', 0, 7}, {0, 508, 9, 'b', 508 * 720 / 509, 9}, {0, 509, 9, 'a', 509, 9},
-        {1, 254, 3, 'b', 254 * 360 / 255, 3},
-        {1, 255, 3, 'a', 255, 3}}},
-      {"SwingIn1Quarter", kSwing, 0, 0.25, 0, false, {{0, 275, 0, 'b', 275 * 720 / 276, 0}, {0, 276, 0, 'a', 276, 0}}},
-      {"SwingOut1Quarter", kSwing, 2, 0.25, 0, false,
-       {{0, 54, 5, 'b', 54, 5}, {0, 55, 5, 'a', 0, 5}, {0, 719, 5, 'a', 718, 5}}},
-      {"SwingIn2Half", kSwing, 1, 0.5, 0, false, {{0, 3, 406, 'b', 3, 406 * 576 / 407}, {0, 3, 407, 'a', 3, 407}}},
-      // Edge Feather, close all at p = 0.5, row 288: a = 200, b = 40.
-      {"FeatherCloseAll", kEdgeFeather, 1, 0.5, 0, true,
-       {{0, 360, 288, 'v', 200, 0}, {0, 569, 288, 'v', 200, 0}, {0, 612, 288, 'v', 123, 0}, {0, 659, 288, 'v', 40, 0},
-        {0, 719, 288, 'v', 40, 0}, {1, 306, 144, 'v', (200 * 132 + 40 * 124) >> 8, 0}}},
-      {"FeatherCloseAndOpen", kEdgeFeather, 0, 0.25, 0, true,
-       {{0, 612, 288, 'v', 111, 0}, {0, 719, 288, 'v', 16, 0}, {1, 359, 0, 'v', 128, 0}}},
-      {"FeatherBlackMidpoint", kEdgeFeather, 0, 0.5, 0, true,
-       {{0, 360, 288, 'v', 16, 0}, {0, 0, 0, 'v', 16, 0}, {2, 180, 144, 'v', 128, 0}}},
-      {"Lens", kLens, 0, 0.5, 0, false,
-       {{0, 359, 287, 'b', 359, 287}, {0, 560, 288, 'b', 547, 288}, {0, 360, 100, 'b', 360, 117},
-        {0, 600, 288, 'a', 600, 288}}},
-      // 3D Roll, "Roll Out to Right", pct 20. p = 0.5: d = 144, the roll over
-      // columns 288..431 (chroma: d = 72 over 144..215).
-      {"RollHalf", kRoll, 2, 0.5, 20, false,
-       {{0, 0, 9, 'b', 0, 9}, {0, 287, 9, 'b', 287, 9}, {0, 432, 9, 'a', 432, 9}, {0, 719, 9, 'a', 719, 9},
-        {0, 288, 9, 'a', 214, 9, 154}, {0, 360, 9, 'a', 319, 9, 255}, {0, 431, 9, 'a', 423, 9, 154},
-        {1, 144, 5, 'a', 108, 5}, {1, 180, 5, 'a', 159, 5}, {2, 215, 5, 'a', 209, 5}}},
-      // p = 0.1: the roll's left edge at -58; it has taken up only a little.
-      {"RollStart", kRoll, 2, 0.1, 20, false,
-       {{0, 39, 3, 'b', 39, 3}, {0, 40, 3, 'a', 0, 3, 247}, {0, 85, 3, 'a', 77, 3, 154}, {0, 86, 3, 'a', 86, 3}}},
-      // Roll Out to Left is the mirror image; Roll In to Right runs it backwards.
-      {"RollOutToLeft", kRoll, 3, 0.5, 20, false,
-       {{0, 719 - 288, 9, 'a', 719 - 214, 9, 154}, {0, 719 - 287, 9, 'b', 719 - 287, 9}, {0, 0, 9, 'a', 0, 9}}},
-      {"RollInToRight", kRoll, 0, 0.5, 20, false,
-       {{0, 719 - 288, 9, 'b', 719 - 214, 9, 154}, {0, 719 - 287, 9, 'a', 719 - 287, 9}, {0, 0, 9, 'b', 0, 9}}},
-      // Vertical rolls measure the diameter on the height: d = 115, rows 231..345.
-      {"RollOutToBottom", kRoll, 6, 0.5, 20, false,
-       {{0, 9, 230, 'b', 9, 230}, {0, 9, 231, 'a', 9, 172, 155}, {0, 9, 288, 'a', 9, 255},
-        {0, 9, 345, 'a', 9, 338, 155},
-        {0, 9, 346, 'a', 9, 346}}},
-      // 3D Page Turn, "Right to Left".
-      {"PageTurnQuarter", kPageTurn, 1, 0.25, 0, false,
-       {{0, 614, 101, 'a', 718, 0}, {0, 614, 474, 'a', 718, 574}, {0, 614, 100, 'b', 614, 100},
-        {0, 614, 475, 'b', 614, 475}, {0, 360, 0, 'a', 360, 0}, {0, 615, 300, 'b', 615, 300},
-        {0, 359, 0, 'a', 359, 0}}},
-      {"PageTurnEdgeOn", kPageTurn, 1, 0.5, 0, false,
-       {{0, 359, 0, 'a', 359, 0}, {0, 360, 0, 'b', 360, 0}, {0, 719, 575, 'b', 719, 575}}},
-      {"PageTurnBack", kPageTurn, 1, 0.75, 0, false,
-       {{0, 105, 101, 'b', 1, 0}, {0, 105, 100, 'a', 105, 100}, {0, 105, 475, 'a', 105, 475},
-        {0, 104, 300, 'a', 104, 300}, {0, 359, 300, 'b', 359, 300}}},
-      {"PageTurnLeftToRight", kPageTurn, 0, 0.25, 0, false,
-       {{0, 105, 101, 'a', 1, 0}, {0, 104, 300, 'b', 104, 300}, {0, 360, 0, 'a', 360, 0}}},
-      // 3D Center Peel, "Open" at p = 0.5, top-left quarter.
-      {"CenterPeel", kCenterPeel, 0, 0.5, 0, false,
-       {{0, 350, 280, 'b', 350, 280}, {0, 300, 100, 'b', 300, 100}, {0, 100, 200, 'a', 107, 209, 256, true},
-        {0, 10, 10, 'a', 10, 10}, {0, 619, 200, 'a', 612, 209, 256, true}}},
-      // 3D Peel Back: top-left, top-right, bottom-right, bottom-left.
-      {"PeelBackFirstQuarter", kPeelBack, 0, 0.25, 0, false,
-       {{0, 100, 100, 'b', 100, 100}, {0, 359, 287, 'b', 359, 287}, {0, 500, 100, 'a', 500, 100},
-        {0, 500, 400, 'a', 500, 400}, {0, 100, 400, 'a', 100, 400}}},
-      {"PeelBackSecondQuarter", kPeelBack, 0, 0.375, 0, false,
-       {{0, 100, 100, 'b', 100, 100}, {0, 369, 280, 'b', 369, 280}, {0, 419, 100, 'b', 419, 100},
-        {0, 619, 200, 'a', 612, 209, 256, true}, {0, 500, 400, 'a', 500, 400}, {0, 100, 400, 'a', 100, 400}}},
-      {"PeelBackClose", kPeelBack, 1, 0.25, 0, false,
-       {{0, 100, 100, 'a', 100, 100}, {0, 500, 100, 'a', 500, 100}, {0, 500, 400, 'a', 500, 400},
-        {0, 100, 400, 'b', 100, 400}}},
-      // 3D Curtain at p = 0.5: 180 columns a side, pleats of 45 columns.
-      {"CurtainHalf", kCurtain, 0, 0.5, 0, false,
-       {{0, 11, 575, 'a', 22, 575, 217}, {0, 179, 490, 'a', 358, 575}, {0, 179, 491, 'b', 179, 491},
-        {0, 180, 0, 'b', 180, 0}, {0, 539, 0, 'b', 539, 0}, {0, 719, 0, 'a', 719, 0},
-        {1, 89, 3, 'a', 178, 4}, {1, 90, 3, 'b', 90, 3}}},
-  };
-  return c;
-}
+const std::vector<Case> kCases = {
+    {"ObscureFirstPhase", kObscure, 0, 0.25, 10, false, obscure_bars(false)},
+    {"ObscureSecondPhase", kObscure, 0, 0.75, 10, false, obscure_bars(true)},
+    // Bottom to Top: the same bars from the bottom row up.
+    {"ObscureBottomToTop", kObscure, 1, 0.25, 10, false,
+     {{0, 0, H - 432, 'v', 16, 0}, {0, 0, H - 433, 'a', 0, H - 433}, {0, 719, H - 144, 'v', 16, 0},
+      {0, 719, H - 145, 'a', 719, H - 145}}},
+    // One strip: no stagger, one bar over the whole width.
+    {"ObscureOneStrip", kObscure, 0, 0.25, 1, false,
+     {{0, 0, 431, 'v', 16, 0}, {0, 719, 431, 'v', 16, 0}, {0, 719, 432, 'a', 719, 432}}},
+    {"SwapMidpoint", kSwap, 0, 0.5, 0, false,
+     {{0, 0, 115, 'b', 120, 0}, {0, 359, 460, 'b', 718, 574}, {0, 360, 115, 'a', 0, 0}, {0, 719, 460, 'a', 598, 574},
+      {0, 0, 114, 'v', 16, 0}, {0, 500, 461, 'v', 16, 0}}},
+    // `a` in front where they overlap; `b` from column -51, `a` from 255.
+    {"SwapQuarter", kSwap, 0, 0.25, 0, false,
+     {{0, 254, 81, 'b', 425, 0}, {0, 255, 81, 'a', 0, 0}, {0, 464, 493, 'a', 291, 574}, {0, 465, 81, 'a', 293, 0},
+      {0, 0, 80, 'v', 16, 0}, {0, 719, 494, 'v', 16, 0}}},
+    {"SwingIn1Half", kSwing, 0, 0.5, 0, false,
+     {{0, 0, 7, 'b', 0, 7}, {0, 508, 9, 'b', 718, 9}, {0, 509, 9, 'a', 509, 9}, {1, 254, 3, 'b', 358, 3},
+      {1, 255, 3, 'a', 255, 3}}},
+    {"SwingIn1Quarter", kSwing, 0, 0.25, 0, false, {{0, 275, 0, 'b', 717, 0}, {0, 276, 0, 'a', 276, 0}}},
+    {"SwingOut1Quarter", kSwing, 2, 0.25, 0, false,
+     {{0, 54, 5, 'b', 54, 5}, {0, 55, 5, 'a', 0, 5}, {0, 719, 5, 'a', 718, 5}}},
+    {"SwingIn2Half", kSwing, 1, 0.5, 0, false, {{0, 3, 406, 'b', 3, 574}, {0, 3, 407, 'a', 3, 407}}},
+    // Edge Feather, close all at p = 0.5, row 288: a = 200, b = 40.
+    {"FeatherCloseAll", kEdgeFeather, 1, 0.5, 0, true,
+     {{0, 360, 288, 'v', 200, 0}, {0, 569, 288, 'v', 200, 0}, {0, 612, 288, 'v', 123, 0}, {0, 659, 288, 'v', 40, 0},
+      {0, 719, 288, 'v', 40, 0}, {1, 306, 144, 'v', 122, 0}}},
+    {"FeatherCloseAndOpen", kEdgeFeather, 0, 0.25, 0, true,
+     {{0, 612, 288, 'v', 111, 0}, {0, 719, 288, 'v', 16, 0}, {1, 359, 0, 'v', 128, 0}}},
+    {"FeatherBlackMidpoint", kEdgeFeather, 0, 0.5, 0, true,
+     {{0, 360, 288, 'v', 16, 0}, {0, 0, 0, 'v', 16, 0}, {2, 180, 144, 'v', 128, 0}}},
+    {"Lens", kLens, 0, 0.5, 0, false,
+     {{0, 359, 287, 'b', 359, 287}, {0, 560, 288, 'b', 547, 288}, {0, 360, 100, 'b', 360, 117},
+      {0, 600, 288, 'a', 600, 288}}},
+    // 3D Roll, "Roll Out to Right", pct 20. p = 0.5: d = 144, the roll over columns 288..431 (chroma: d = 72
+    // over 144..215).
+    {"RollHalf", kRoll, 2, 0.5, 20, false,
+     {{0, 0, 9, 'b', 0, 9}, {0, 287, 9, 'b', 287, 9}, {0, 432, 9, 'a', 432, 9}, {0, 719, 9, 'a', 719, 9},
+      {0, 288, 9, 'a', 214, 9, 154}, {0, 360, 9, 'a', 319, 9, 255}, {0, 431, 9, 'a', 423, 9, 154},
+      {1, 144, 5, 'a', 108, 5}, {1, 180, 5, 'a', 159, 5}, {2, 215, 5, 'a', 209, 5}}},
+    // p = 0.1: the roll's left edge at -58; it has taken up only a little.
+    {"RollStart", kRoll, 2, 0.1, 20, false,
+     {{0, 39, 3, 'b', 39, 3}, {0, 40, 3, 'a', 0, 3, 247}, {0, 85, 3, 'a', 77, 3, 154}, {0, 86, 3, 'a', 86, 3}}},
+    // Roll Out to Left is the mirror image; Roll In to Right runs it backwards.
+    {"RollOutToLeft", kRoll, 3, 0.5, 20, false,
+     {{0, 719 - 288, 9, 'a', 719 - 214, 9, 154}, {0, 719 - 287, 9, 'b', 719 - 287, 9}, {0, 0, 9, 'a', 0, 9}}},
+    {"RollInToRight", kRoll, 0, 0.5, 20, false,
+     {{0, 719 - 288, 9, 'b', 719 - 214, 9, 154}, {0, 719 - 287, 9, 'a', 719 - 287, 9}, {0, 0, 9, 'b', 0, 9}}},
+    // Vertical rolls measure the diameter on the height: d = 115, rows 231..345.
+    {"RollOutToBottom", kRoll, 6, 0.5, 20, false,
+     {{0, 9, 230, 'b', 9, 230}, {0, 9, 231, 'a', 9, 172, 155}, {0, 9, 288, 'a', 9, 255}, {0, 9, 345, 'a', 9, 338, 155},
+      {0, 9, 346, 'a', 9, 346}}},
+    // 3D Page Turn, "Right to Left".
+    {"PageTurnQuarter", kPageTurn, 1, 0.25, 0, false,
+     {{0, 614, 101, 'a', 718, 0}, {0, 614, 474, 'a', 718, 574}, {0, 614, 100, 'b', 614, 100},
+      {0, 614, 475, 'b', 614, 475}, {0, 360, 0, 'a', 360, 0}, {0, 615, 300, 'b', 615, 300}, {0, 359, 0, 'a', 359, 0}}},
+    {"PageTurnEdgeOn", kPageTurn, 1, 0.5, 0, false,
+     {{0, 359, 0, 'a', 359, 0}, {0, 360, 0, 'b', 360, 0}, {0, 719, 575, 'b', 719, 575}}},
+    {"PageTurnBack", kPageTurn, 1, 0.75, 0, false,
+     {{0, 105, 101, 'b', 1, 0}, {0, 105, 100, 'a', 105, 100}, {0, 105, 475, 'a', 105, 475},
+      {0, 104, 300, 'a', 104, 300}, {0, 359, 300, 'b', 359, 300}}},
+    {"PageTurnLeftToRight", kPageTurn, 0, 0.25, 0, false,
+     {{0, 105, 101, 'a', 1, 0}, {0, 104, 300, 'b', 104, 300}, {0, 360, 0, 'a', 360, 0}}},
+    // 3D Center Peel, "Open" at p = 0.5, top-left quarter.
+    {"CenterPeel", kCenterPeel, 0, 0.5, 0, false,
+     {{0, 350, 280, 'b', 350, 280}, {0, 300, 100, 'b', 300, 100}, {0, 100, 200, 'a', 107, 209, 256, true},
+      {0, 10, 10, 'a', 10, 10}, {0, 619, 200, 'a', 612, 209, 256, true}}},
+    // 3D Peel Back: top-left, top-right, bottom-right, bottom-left.
+    {"PeelBackFirstQuarter", kPeelBack, 0, 0.25, 0, false,
+     {{0, 100, 100, 'b', 100, 100}, {0, 359, 287, 'b', 359, 287}, {0, 500, 100, 'a', 500, 100},
+      {0, 500, 400, 'a', 500, 400}, {0, 100, 400, 'a', 100, 400}}},
+    {"PeelBackSecondQuarter", kPeelBack, 0, 0.375, 0, false,
+     {{0, 100, 100, 'b', 100, 100}, {0, 369, 280, 'b', 369, 280}, {0, 419, 100, 'b', 419, 100},
+      {0, 619, 200, 'a', 612, 209, 256, true}, {0, 500, 400, 'a', 500, 400}, {0, 100, 400, 'a', 100, 400}}},
+    {"PeelBackClose", kPeelBack, 1, 0.25, 0, false,
+     {{0, 100, 100, 'a', 100, 100}, {0, 500, 100, 'a', 500, 100}, {0, 500, 400, 'a', 500, 400},
+      {0, 100, 400, 'b', 100, 400}}},
+    // 3D Curtain at p = 0.5: 180 columns a side, pleats of 45 columns.
+    {"CurtainHalf", kCurtain, 0, 0.5, 0, false,
+     {{0, 11, 575, 'a', 22, 575, 217}, {0, 179, 490, 'a', 358, 575}, {0, 179, 491, 'b', 179, 491},
+      {0, 180, 0, 'b', 180, 0}, {0, 539, 0, 'b', 539, 0}, {0, 719, 0, 'a', 719, 0}, {1, 89, 3, 'a', 178, 4},
+      {1, 90, 3, 'b', 90, 3}}},
+};
 
-class SoftwareEffectEdges : public ::testing::TestWithParam<Case> {};
-
-TEST_P(SoftwareEffectEdges, SamplesComeFromWhereTheGeometrySays) {
-  const Case& c = GetParam();
-  const Frames f = run(c.id, c.style, c.position, c.param1, c.solid);
-  for (const Expect& e : c.expects) {
-    int want = e.source == 'v' ? e.sx : sample(e.source == 'a' ? *f.a : *f.b, e.plane, e.sx, e.sy);
-    if (e.shade != 256) want = zv::shade_luma(want, e.shade);
-    if (e.back) want = zv::paper_back(want, e.plane != 0);
-    EXPECT_EQ(sample(*f.out, e.plane, e.x, e.y), want)
-        << "plane " << e.plane << " at " << e.x << "," << e.y << " from " << e.source << " " << e.sx << "," << e.sy;
+TEST(SoftwareEffects, SamplesComeFromWhereTheGeometrySays) {
+  for (const Case& c : kCases) {
+    SCOPED_TRACE(c.name);
+    const Frames f = run(c.id, c.style, c.position, c.param1, c.solid);
+    for (const Expect& e : c.expects) {
+      int want = e.source == 'v' ? e.sx : sample(e.source == 'a' ? *f.a : *f.b, e.plane, e.sx, e.sy);
+      if (e.shade != 256) want = zv::shade_luma(want, e.shade);
+      if (e.back) want = zv::paper_back(want, e.plane != 0);
+      EXPECT_EQ(sample(*f.out, e.plane, e.x, e.y), want)
+          << "plane " << e.plane << " at " << e.x << "," << e.y << " from " << e.source << " " << e.sx << "," << e.sy;
+    }
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Geometry, SoftwareEffectEdges, ::testing::ValuesIn(cases()),
-                         [](const ::testing::TestParamInfo<Case>& info) { return info.param.name; });
-
-TEST(Obscure, MidpointIsBlackAndStripCountsAreLimited) {
-  const Frames f = run(kObscure, 0, 0.5, 10);
-  for (int plane = 0; plane < 3; ++plane) {
-    const std::vector<uint8_t> bytes = zvtest::plane_bytes(*f.out, plane);
-    EXPECT_EQ(bytes, std::vector<uint8_t>(bytes.size(), plane == 0 ? 16 : 128)) << "plane " << plane;
+// Obscure is black at its midpoint; its strip count and Roll's width are limited.
+TEST(SoftwareEffects, MidpointOfObscureAndLimitedParameters) {
+  EXPECT_EQ(zvtest::frame_bytes(*run(kObscure, 0, 0.5, 10).out),
+            zvtest::frame_bytes(*zvtest::solid_frame(W, H, 16, 128, 128)));
+  const int limits[][4] = {{kObscure, 0, -3, 10}, {kObscure, 0, 500, 100}, {kRoll, 2, 0, 20}, {kRoll, 2, 70, 50}};
+  for (const auto& [id, style, given, used] : limits) {
+    const double position = id == kRoll ? 0.4 : 0.3;
+    EXPECT_EQ(zvtest::frame_bytes(*run(id, style, position, given).out),
+              zvtest::frame_bytes(*run(id, style, position, used).out))
+        << "id " << id << " param1 " << given;
   }
-  EXPECT_EQ(zvtest::frame_bytes(*run(kObscure, 0, 0.3, -3).out), zvtest::frame_bytes(*run(kObscure, 0, 0.3, 10).out));
-  EXPECT_EQ(zvtest::frame_bytes(*run(kObscure, 0, 0.3, 500).out), zvtest::frame_bytes(*run(kObscure, 0, 0.3, 100).out));
 }
 
-// Which picture each sample of a Gauze frame shows, on a 64 x 48 frame.
+// Which picture each sample of a Gauze frame shows, on a 64 x 48 frame: b where the pattern is set.
 TEST(Gauze, PatternsAtTheirLevels) {
-  struct GauzeCase {
-    int style;
-    double position;
-    std::function<bool(int, int)> luma_b, chroma_b;
-  };
-  const GauzeCase kCases[] = {
-      {0, 0.5, [](int x, int y) { return (x + y) % 2 == 0; }, [](int x, int y) { return (x + y) % 2 == 0; }},
-      {2, 0.25, [](int x, int y) { return x % 8 == 0 || x % 8 == 7 || y % 8 == 0 || y % 8 == 7; }, nullptr},
-      {1, 1.0 / 64, [](int x, int y) { return x % 8 == 0 && y % 8 == 0; }, nullptr},
+  const std::tuple<int, double, std::function<bool(int, int)>> cases[] = {
+      {0, 0.5, [](int x, int y) { return (x + y) % 2 == 0; }},
+      {2, 0.25, [](int x, int y) { return x % 8 == 0 || x % 8 == 7 || y % 8 == 0 || y % 8 == 7; }},
+      {1, 1.0 / 64, [](int x, int y) { return x % 8 == 0 && y % 8 == 0; }},
   };
   ImagePtr a = zvtest::solid_frame(64, 48, 50, 60, 70), b = zvtest::solid_frame(64, 48, 200, 210, 220);
-  for (const GauzeCase& c : kCases) {
+  for (const auto& [style, position, pattern] : cases) {
     ImagePtr out = zvtest::random_frame(64, 48, 3);
-    TransitionParams params = zvtest::make_params(c.style, c.position);
-    ASSERT_EQ(zv::transition_entry(kGauze)(out.get(), a.get(), b.get(), &params), 0);
-    for (int y = 0; y < 48; ++y) {
-      for (int x = 0; x < 64; ++x) {
-        ASSERT_EQ(sample(*out, 0, x, y), c.luma_b(x, y) ? 200 : 50) << "style " << c.style << " " << x << "," << y;
-        if (c.chroma_b && x < 32 && y < 24) {
-          ASSERT_EQ(sample(*out, 1, x, y), c.chroma_b(x, y) ? 210 : 60) << "chroma " << x << "," << y;
-        }
-      }
+    ASSERT_EQ(zvtest::run_transition(kGauze, out.get(), a.get(), b.get(), style, position), 0);
+    EXPECT_TRUE(zvtest::samples_are(*out, 0, [&](int x, int y) { return pattern(x, y) ? 200 : 50; })) << style;
+    if (style == 0) {
+      EXPECT_TRUE(zvtest::samples_are(*out, 1, [&](int x, int y) { return pattern(x, y) ? 210 : 60; }));
     }
   }
 }
 
 TEST(DetRand, GivesItsKnownVectors) {
-  struct Vector {
-    uint32_t seed;
-    std::vector<int> values;
-  };
-  const Vector kVectors[] = {{0, {15470, 18256, 20940}},
-                             {zv::kWindSeed, {1275, 31157, 18922, 9026}},
-                             {zv::kBubblesSeed, {2971, 8664, 17621, 20287}},
-                             {zv::kShatterSeed, {8789, 4061}}};
-  for (const Vector& v : kVectors) {
+  const std::pair<uint32_t, std::vector<int>> vectors[] = {{0, {15470, 18256, 20940}},
+                                                           {zv::kWindSeed, {1275, 31157, 18922, 9026}},
+                                                           {zv::kBubblesSeed, {2971, 8664, 17621, 20287}},
+                                                           {zv::kShatterSeed, {8789, 4061}}};
+  for (const auto& [seed, values] : vectors) {
     zv::DetRand r;
-    zv::det_rand_seed(r, v.seed);
-    for (int expected : v.values) EXPECT_EQ(zv::det_rand_next(r), expected) << "seed " << v.seed;
+    zv::det_rand_seed(r, seed);
+    for (int expected : values) EXPECT_EQ(zv::det_rand_next(r), expected) << "seed " << seed;
   }
 }
 
-// How far row y of a Wind frame has blown: b in [0, k), a's [0, W - k) after.
-int wind_travel(const Frames& f, int plane, int y) {
-  const int w = plane == 0 ? W : W / 2;
-  for (int k = 0; k <= w; ++k) {
-    bool match = true;
-    for (int x = 0; x < w && match; ++x) {
-      match = sample(*f.out, plane, x, y) == (x < k ? sample(*f.b, plane, x, y) : sample(*f.a, plane, x - k, y));
-    }
-    if (match) return k;
-  }
-  return -1;
-}
-
+// Wind's row pairs travel by their own delays: row y shows b in [0, k) and a's [0, W - k) after it.
 TEST(Wind, RowPairsTravelByTheirOwnDelays) {
-  struct WindCase {
-    double position;
-    int plane;
-    std::vector<int> travels;  // of rows 0, 1, 2, ...
-  };
-  const WindCase kCases[] = {
-      {0.25, 0, {153, 153, 0, 0, 0, 0, 36, 36}},
-      {0.25, 1, {77, 0, 0, 18}},
-      {0.5, 0, {665, 665, 2, 2, 129, 129, 378, 378}},
-      {0.75, 0, {720, 720, 217, 217, 613, 613, 720, 720}},
-  };
-  for (const WindCase& c : kCases) {
-    const Frames f = run(kWind, 0, c.position);
-    for (size_t y = 0; y < c.travels.size(); ++y) {
-      EXPECT_EQ(wind_travel(f, c.plane, static_cast<int>(y)), c.travels[y])
-          << "position " << c.position << " plane " << c.plane << " row " << y;
+  const std::tuple<double, int, std::vector<int>> cases[] = {{0.25, 0, {153, 153, 0, 0, 0, 0, 36, 36}},
+                                                             {0.25, 1, {77, 0, 0, 18}},
+                                                             {0.5, 0, {665, 665, 2, 2, 129, 129, 378, 378}},
+                                                             {0.75, 0, {720, 720, 217, 217, 613, 613, 720, 720}}};
+  for (const auto& [position, plane, travels] : cases) {
+    const Frames f = run(kWind, 0, position);
+    for (int y = 0; y < static_cast<int>(travels.size()); ++y) {
+      for (int x = 0, k = travels[y]; x < (plane ? W / 2 : W); ++x) {
+        ASSERT_EQ(sample(*f.out, plane, x, y), x < k ? sample(*f.b, plane, x, y) : sample(*f.a, plane, x - k, y))
+            << "position " << position << " plane " << plane << " row " << y << " column " << x;
+      }
     }
   }
 }
 
-TEST(Roll, WidthParameterIsLimited) {
-  EXPECT_EQ(zvtest::frame_bytes(*run(kRoll, 2, 0.4, 0).out), zvtest::frame_bytes(*run(kRoll, 2, 0.4, 20).out));
-  EXPECT_EQ(zvtest::frame_bytes(*run(kRoll, 2, 0.4, 70).out), zvtest::frame_bytes(*run(kRoll, 2, 0.4, 50).out));
-}
-
-const int kTwelve[] = {kRoll, kPageTurn, kCenterPeel, kPeelBack, kObscure, kSwap,
-                       kCurtain, kSwing, kGauze, kEdgeFeather, kWind, kLens};
-
-// A zero duration or a NaN position shows `a`, whatever the style.
-TEST(SoftwareEffects, NanProgressShowsA) {
-  ImagePtr a = zvtest::random_frame(37, 21, 1), b = zvtest::random_frame(37, 21, 2);
-  for (int id : kTwelve) {
-    const double nan = std::numeric_limits<double>::quiet_NaN();
-    for (const auto& [position, duration] : {std::pair{0.5, 0.0}, std::pair{nan, 1.0}}) {
-      ImagePtr out = zvtest::random_frame(37, 21, 3);
-      TransitionParams params = zvtest::make_params(1, position, duration);
-      ASSERT_EQ(zv::transition_entry(id)(out.get(), a.get(), b.get(), &params), 0) << "id " << id;
-      EXPECT_EQ(zvtest::frame_bytes(*out), zvtest::frame_bytes(*a)) << "id " << id;
-    }
-  }
-}
-
-// Nothing is kept between calls and the generator is seeded per plane: the
-// same call gives the same picture on any thread, also when two run at once.
+// Nothing is kept between calls and the generator is seeded per plane: the same call gives the same picture
+// on any thread, also when two run at once. A NaN progress shows `a`, whatever the style.
 TEST(SoftwareEffects, IdenticalCallsOnTwoThreadsGiveIdenticalPictures) {
   ImagePtr a = zvtest::random_frame(96, 64, 1), b = zvtest::random_frame(96, 64, 2);
-  for (int id : kTwelve) {
-    auto draw = [&] {
+  for (int id : {kRoll, kPageTurn, kCenterPeel, kPeelBack, kObscure, kSwap, kCurtain, kSwing, kGauze, kEdgeFeather,
+                 kWind, kLens}) {
+    auto draw = [&](double position, double duration) {
       ImagePtr out = zvtest::random_frame(96, 64, 3);
-      TransitionParams params = zvtest::make_params(1, 0.37);
+      TransitionParams params = zvtest::make_params(1, position, duration);
       zv::transition_entry(id)(out.get(), a.get(), b.get(), &params);
       return zvtest::frame_bytes(*out);
     };
-    const std::vector<uint8_t> here = draw();
+    const std::vector<uint8_t> here = draw(0.37, 1.0);
     std::vector<uint8_t> first, second;
-    std::thread t1([&] { first = draw(); }), t2([&] { second = draw(); });
+    std::thread t1([&] { first = draw(0.37, 1.0); }), t2([&] { second = draw(0.37, 1.0); });
     t1.join();
     t2.join();
     EXPECT_EQ(first, here) << "id " << id;
     EXPECT_EQ(second, here) << "id " << id;
+    EXPECT_EQ(draw(0.5, 0.0), zvtest::frame_bytes(*a)) << "id " << id;
+    EXPECT_EQ(draw(std::nan(""), 1.0), zvtest::frame_bytes(*a)) << "id " << id;
   }
 }
 

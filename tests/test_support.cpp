@@ -5,6 +5,7 @@
 #include <random>
 
 #include "blends/random.h"
+#include "frame/registration.h"
 #include "frame/zv_transition.h"
 #include "host/transition_registry.h"
 
@@ -54,6 +55,28 @@ std::vector<uint8_t> frame_bytes(const Image& image) {
 uint8_t sample(const Image& image, int plane, int x, int y) {
   const int stride = plane == 0 ? image.width : image.width / 2;
   return image.plane(plane)[static_cast<ptrdiff_t>(y) * stride + x];
+}
+
+int run_transition(int id, Image* out, Image* a, Image* b, int style, double position, int param1, double param2) {
+  TransitionParams params = make_params(style, position);
+  params.param1 = param1;
+  params.param2 = param2;
+  return zv::transition_entry(id)(out, a, b, &params);
+}
+
+::testing::AssertionResult samples_are(const Image& image, int plane, const std::function<int(int, int)>& expected) {
+  const int width = plane == 0 ? image.width : image.chroma_width();
+  const int height = plane == 0 ? image.height : image.chroma_height();
+  for (int y = 0; y < height; ++y) {
+    for (int x = 0; x < width; ++x) {
+      const int got = image.plane(plane)[static_cast<ptrdiff_t>(y) * width + x], want = expected(x, y);
+      if (got != want) {
+        return ::testing::AssertionFailure() << "plane " << plane << " at " << x << "," << y << ": " << got
+                                             << " instead of " << want;
+      }
+    }
+  }
+  return ::testing::AssertionSuccess();
 }
 
 void reset_random_state() { zv::set_random_state(12345); }

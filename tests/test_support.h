@@ -1,7 +1,10 @@
 // Frames, parameter blocks and comparisons shared by the tests.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -26,6 +29,13 @@ std::vector<uint8_t> frame_bytes(const Image& image);
 std::vector<uint8_t> plane_bytes(const Image& image, int plane);
 // Sample (x, y) of a plane.
 uint8_t sample(const Image& image, int plane, int x, int y);
+
+// Runs transition `id` on an enabled block (see make_params) with the two parameters.
+int run_transition(int id, Image* out, Image* a, Image* b, int style, double position, int param1 = 0,
+                   double param2 = 0.0);
+
+// Whether every sample (x, y) of a plane is expected(x, y); the message names the first that is not.
+::testing::AssertionResult samples_are(const Image& image, int plane, const std::function<int(int, int)>& expected);
 
 // Puts the library's per-thread random generator back to a fixed state, so
 // two runs of a randomised transition draw the same numbers.
