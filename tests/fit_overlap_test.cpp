@@ -14,76 +14,62 @@ using zvtest::sample;
 
 struct RoundCase {
   int sw, sh, dw, dh;
-  // Luma samples (x, y) and the value each must hold: 16 fill, 200 picture, 9 untouched.
-  std::vector<std::tuple<int, int, int>> luma;
-  std::vector<std::tuple<int, int, int>> chroma;  // U: 128 fill, 60 picture, 9 untouched
+  // Samples (x, y) and the value each must hold: luma 16 fill, 200 picture, 9 untouched; U 128, 60, 9.
+  std::vector<std::tuple<int, int, int>> luma, chroma;
 };
 
-class RoundTest : public ::testing::TestWithParam<RoundCase> {};
-
-TEST_P(RoundTest, PlacesThePictureWithItsQuirks) {
-  const RoundCase& c = GetParam();
-  ImagePtr src = zvtest::solid_frame(c.sw, c.sh, 200, 60, 60);
-  ImagePtr dst = zvtest::solid_frame(c.dw, c.dh, 9, 9, 9);
+TEST(RoundTest, PlacesThePictureWithItsQuirks) {
+  const RoundCase cases[] = {
+      // Pillarbox, fitted 600 x 480: 60 fill columns left; the column right of the picture (660) keeps its
+      // content; 661..719 are filled.
+      {720, 576, 720, 480,
+       {{0, 0, 16}, {59, 0, 16}, {60, 0, 200}, {659, 479, 200}, {660, 0, 9}, {660, 479, 9}, {661, 0, 16},
+        {719, 479, 16}},
+       {{29, 0, 128}, {30, 0, 60}, {329, 239, 60}, {330, 5, 9}, {331, 5, 128}, {359, 239, 128}}},
+      // Letterbox, fitted 720 x 400: 88 fill rows, 398 picture rows, one fill row at 486, the rest of the
+      // bottom margin untouched.
+      {720, 400, 720, 576,
+       {{0, 87, 16}, {0, 88, 200}, {719, 485, 200}, {0, 486, 16}, {719, 486, 16}, {0, 487, 9}, {719, 575, 9}},
+       {{0, 43, 128}, {0, 44, 60}, {0, 242, 60}, {0, 243, 128}, {0, 244, 9}}},
+      // Centred with a border all round; the picture's last two rows not drawn.
+      {320, 240, 720, 576,
+       {{0, 0, 16}, {199, 168, 16}, {200, 168, 200}, {519, 405, 200}, {520, 405, 16}, {200, 406, 16},
+        {719, 575, 16}},
+       {{99, 84, 128}, {100, 84, 60}, {259, 202, 60}, {100, 203, 128}}},
+      // Pillarbox on an odd frame, 7 x 5 into 9 x 3 (and its 4 x 1 chroma): fitted 4 x 3, left 2: columns
+      // 0-1 fill, 2-5 picture, 6 kept, 7-8 fill; the last row's spill is dropped.
+      {7, 5, 9, 3,
+       {{6, 0, 9}, {6, 1, 9}, {6, 2, 9}, {1, 0, 16}, {1, 1, 16}, {1, 2, 16}, {8, 0, 16}, {8, 1, 16}, {8, 2, 16}},
+       {}},
+  };
   int unused = 0;
-  EXPECT_EQ(zvTranRound(dst.get(), src.get(), nullptr, &unused), 1);
-  for (auto [x, y, v] : c.luma) EXPECT_EQ(sample(*dst, 0, x, y), v) << "Y " << x << "," << y;
-  for (auto [x, y, v] : c.chroma) EXPECT_EQ(sample(*dst, 1, x, y), v) << "U " << x << "," << y;
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Modes, RoundTest,
-    ::testing::Values(
-        // Pillarbox, fitted 600 x 480: 60 fill columns left; the column right of
-        // the picture (660) keeps its content; 661..719 are filled.
-        RoundCase{720, 576, 720, 480,
-                  {{0, 0, 16}, {59, 0, 16}, {60, 0, 200}, {659, 479, 200}, {660, 0, 9}, {660, 479, 9},
-                   {661, 0, 16}, {719, 479, 16}},
-                  {{29, 0, 128}, {30, 0, 60}, {329, 239, 60}, {330, 5, 9}, {331, 5, 128}, {359, 239, 128}}},
-        // Letterbox, fitted 720 x 400: 88 fill rows, 398 picture rows, one fill
-        // row at 486, the rest of the bottom margin untouched.
-        RoundCase{720, 400, 720, 576,
-                  {{0, 87, 16}, {0, 88, 200}, {719, 485, 200}, {0, 486, 16}, {719, 486, 16}, {0, 487, 9},
-                   {719, 575, 9}},
-                  {{0, 43, 128}, {0, 44, 60}, {0, 242, 60}, {0, 243, 128}, {0, 244, 9}}},
-        // Centred with a border all round; the picture's last two rows not drawn.
-        RoundCase{320, 240, 720, 576,
-                  {{0, 0, 16}, {199, 168, 16}, {200, 168, 200}, {519, 405, 200}, {520, 405, 16},
-                   {200, 406, 16}, {719, 575, 16}},
-                  {{99, 84, 128}, {100, 84, 60}, {259, 202, 60}, {100, 203, 128}}}));
-
-TEST(RoundTest, PillarboxOnAnOddFrameStaysInsideIt) {
-  // 7 x 5 into 9 x 3 (and its 4 x 1 chroma): the last row's spill is dropped.
-  ImagePtr src = zvtest::solid_frame(7, 5, 200, 60, 60);
-  ImagePtr dst = zvtest::solid_frame(9, 3, 9, 9, 9);
-  EXPECT_EQ(zvTranRound(dst.get(), src.get(), nullptr, nullptr), 1);
-  // Fitted 4 x 3, left 2: columns 0-1 fill, 2-5 picture, 6 kept, 7-8 fill.
-  for (int y = 0; y < 3; ++y) {
-    EXPECT_EQ(zvtest::plane_bytes(*dst, 0)[y * 9 + 6], 9);
-    EXPECT_EQ(sample(*dst, 0, 1, y), 16);
-    EXPECT_EQ(sample(*dst, 0, 8, y), 16);
+  for (const RoundCase& c : cases) {
+    for (void* params : {static_cast<void*>(&unused), static_cast<void*>(nullptr)}) {
+      ImagePtr src = zvtest::solid_frame(c.sw, c.sh, 200, 60, 60), dst = zvtest::solid_frame(c.dw, c.dh, 9, 9, 9);
+      EXPECT_EQ(zvTranRound(dst.get(), src.get(), nullptr, params), 1);
+      for (auto [x, y, v] : c.luma) EXPECT_EQ(sample(*dst, 0, x, y), v) << c.sw << "x" << c.sh << " Y " << x << "," << y;
+      for (auto [x, y, v] : c.chroma) EXPECT_EQ(sample(*dst, 1, x, y), v) << c.sw << "x" << c.sh << " U " << x << "," << y;
+    }
   }
-}
-
-TEST(RoundTest, AllNullAndMissingFramesReturnOne) {
+  // All null, or a missing frame: 1, and nothing drawn.
   EXPECT_EQ(zvTranRound(nullptr, nullptr, nullptr, nullptr), 1);
   ImagePtr dst = zvtest::solid_frame(4, 4, 9, 9, 9);
   EXPECT_EQ(zvTranRound(dst.get(), nullptr, nullptr, nullptr), 1);
   EXPECT_EQ(zvtest::frame_bytes(*dst), zvtest::frame_bytes(*zvtest::solid_frame(4, 4, 9, 9, 9)));
 }
 
+// A block for the overlay: its switch is never tested.
 TransitionParams overlap_params(double position, int param1 = 0, double param2 = 0.0, int param3 = 0) {
   TransitionParams p = zvtest::make_params(0, position, 1.0);
   p.param1 = param1;
   p.param2 = param2;
   p.param3 = param3;
-  p.enabled = 0;  // never tested
+  p.enabled = 0;
   return p;
 }
 
 TEST(OverlapTest, KeyedCountDecidesTheChroma) {
-  ImagePtr a = zvtest::solid_frame(4, 2, 100, 50, 60);
-  ImagePtr b = zvtest::solid_frame(4, 2, 200, 150, 160);
+  ImagePtr a = zvtest::solid_frame(4, 2, 100, 50, 60), b = zvtest::solid_frame(4, 2, 200, 150, 160);
   ImagePtr out = zvtest::solid_frame(4, 2, 9, 9, 9);
   // Block 0: two samples of luma 0..5 (key 0); block 1: one.
   b->get_Y()[0] = 5;
@@ -99,41 +85,29 @@ TEST(OverlapTest, KeyedCountDecidesTheChroma) {
   EXPECT_EQ(out->frame_flags(), 0);
 }
 
-struct KeyCase {
-  int param1, param3, key;
-};
-class OverlapKeyTest : public ::testing::TestWithParam<KeyCase> {};
-
-TEST_P(OverlapKeyTest, KeyLuma) {
-  const KeyCase c = GetParam();
-  TransitionParams p = overlap_params(0.5, c.param1, 0.0, c.param3);
-  EXPECT_EQ(zv::overlap_key_luma(&p), c.key);
-  // Keyed from key - 5 to key + 5, at 100 % b otherwise.
-  ImagePtr a = zvtest::solid_frame(2, 2, 77, 1, 1), b = zvtest::solid_frame(2, 2, 0, 2, 2), out = zvtest::random_frame(2, 2, 1);
-  const int lo = c.key - 6, hi = c.key + 6;
-  b->get_Y()[0] = static_cast<uint8_t>(std::max(lo, 0));
-  b->get_Y()[1] = static_cast<uint8_t>(c.key - 5 < 0 ? 0 : c.key - 5);
-  b->get_Y()[2] = static_cast<uint8_t>(c.key + 5);
-  b->get_Y()[3] = static_cast<uint8_t>(hi);
-  p.position = 2.0;  // 200 % is 100 %
-  zvTransparentOverlap(out.get(), a.get(), b.get(), &p);
-  EXPECT_EQ(sample(*out, 0, 0, 0), lo < 0 ? 77 : lo);
-  EXPECT_EQ(sample(*out, 0, 1, 0), 77);
-  EXPECT_EQ(sample(*out, 0, 0, 1), 77);
-  EXPECT_EQ(sample(*out, 0, 1, 1), hi);
-  EXPECT_EQ(sample(*out, 1, 0, 0), 1);  // two or more keyed: a's chroma
+// The key luma from param1's colour or param3's direct key; keyed from key - 5 to key + 5, at 100 % b
+// otherwise.
+TEST(OverlapTest, KeyLuma) {
+  const int cases[][3] = {{0, 0, 0}, {0x00FFFFFF, 0, 0}, {static_cast<int>(0xFF00FF00u), 0, 144},
+                          {0x01000000, 0, 16}, {static_cast<int>(0xFF00FF00u), 0x12503456, 0x50}};
+  for (const auto& [param1, param3, key] : cases) {
+    TransitionParams p = overlap_params(2.0, param1, 0.0, param3);  // 200 % is 100 %
+    EXPECT_EQ(zv::overlap_key_luma(&p), key);
+    ImagePtr a = zvtest::solid_frame(2, 2, 77, 1, 1), b = zvtest::solid_frame(2, 2, 0, 2, 2);
+    ImagePtr out = zvtest::random_frame(2, 2, 1);
+    const uint8_t luma[4] = {static_cast<uint8_t>(std::max(key - 6, 0)), static_cast<uint8_t>(std::max(key - 5, 0)),
+                             static_cast<uint8_t>(key + 5), static_cast<uint8_t>(key + 6)};
+    std::copy(luma, luma + 4, b->get_Y());
+    zvTransparentOverlap(out.get(), a.get(), b.get(), &p);
+    const std::vector<uint8_t> want = {static_cast<uint8_t>(key < 6 ? 77 : key - 6), 77, 77, luma[3]};
+    EXPECT_EQ(zvtest::plane_bytes(*out, 0), want) << "key " << key;
+    EXPECT_EQ(sample(*out, 1, 0, 0), 1);  // two or more keyed: a's chroma
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(Keys, OverlapKeyTest,
-                         ::testing::Values(KeyCase{0, 0, 0}, KeyCase{0x00FFFFFF, 0, 0},
-                                           KeyCase{static_cast<int>(0xFF00FF00u), 0, 144},
-                                           KeyCase{static_cast<int>(0x01000000u), 0, 16},
-                                           KeyCase{static_cast<int>(0xFF00FF00u), 0x12503456, 0x50}));
 
 TEST(OverlapTest, ResultsAndEarlyExits) {
   EXPECT_EQ(zvTransparentOverlap(nullptr, nullptr, nullptr, nullptr), 0);
-  ImagePtr a = zvtest::random_frame(6, 4, 1), b = zvtest::random_frame(6, 4, 2);
-  ImagePtr out = zvtest::random_frame(6, 4, 3);
+  ImagePtr a = zvtest::random_frame(6, 4, 1), b = zvtest::random_frame(6, 4, 2), out = zvtest::random_frame(6, 4, 3);
   const auto untouched = zvtest::frame_bytes(*out);
   // Mode 1 does nothing.
   TransitionParams p = overlap_params(0.5, 0, 1.0);
@@ -154,44 +128,38 @@ TEST(OverlapTest, ResultsAndEarlyExits) {
   EXPECT_EQ(zvtest::frame_bytes(*out), zvtest::frame_bytes(*b));
 }
 
-TEST(OverlapTest, WorksFromTheTopLeftOnTheCommonArea) {
+TEST(OverlapTest, WorksFromTheTopLeftOnTheCommonAreaAndIsTransitionSeventeen) {
   ImagePtr out = zvtest::solid_frame(9, 7, 9, 9, 9);
   ImagePtr a = zvtest::solid_frame(7, 5, 100, 50, 50), b = zvtest::solid_frame(8, 6, 200, 150, 150);
   TransitionParams p = overlap_params(1.0);
   zvTransparentOverlap(out.get(), a.get(), b.get(), &p);
-  for (int y = 0; y < 7; ++y)
-    for (int x = 0; x < 9; ++x) EXPECT_EQ(sample(*out, 0, x, y), (x < 7 && y < 5) ? 200 : 9) << x << "," << y;
-  for (int y = 0; y < 3; ++y)
-    for (int x = 0; x < 4; ++x) EXPECT_EQ(sample(*out, 1, x, y), (x < 3 && y < 2) ? 150 : 9) << x << "," << y;
-}
-
-TEST(OverlapTest, IsTransitionSeventeen) {
+  EXPECT_TRUE(zvtest::samples_are(*out, 0, [](int x, int y) { return x < 7 && y < 5 ? 200 : 9; }));
+  EXPECT_TRUE(zvtest::samples_are(*out, 1, [](int x, int y) { return x < 3 && y < 2 ? 150 : 9; }));
   EXPECT_EQ(zv::transition_entry(17), &zvTransparentOverlap);
   EXPECT_TRUE(zv::transition_is_implemented(17));
 }
 
-// The fast path against the reference with a key in the middle of the range,
-// so blocks have every keyed count.
-class OverlapPathTest : public ::testing::TestWithParam<std::tuple<int, int, int>> {};
-
-TEST_P(OverlapPathTest, FastMatchesReference) {
-  const auto [w, h, percent] = GetParam();
-  ImagePtr a = zvtest::random_frame(w, h, 5), b = zvtest::random_frame(w + 1, h + 2, 6);
-  for (size_t i = 0; i < b->plane_size(0); ++i) b->get_Y()[i] = static_cast<uint8_t>(120 + b->get_Y()[i] % 20);
-  std::vector<uint8_t> results[2];
-  for (int path = 0; path < 2; ++path) {
-    ImagePtr out = zvtest::random_frame(w + 2, h, 7);
-    TransitionParams p = overlap_params(percent / 100.0, 0, 0.0, 128 << 16);
-    zv::set_kernel_path(path ? zv::KernelPath::kReference : zv::KernelPath::kFast);
-    zvTransparentOverlap(out.get(), a.get(), b.get(), &p);
-    zv::set_kernel_path(zv::KernelPath::kFast);
-    results[path] = zvtest::frame_bytes(*out);
+// The fast path against the reference with a key in the middle of b's luma range, so blocks have every
+// keyed count.
+TEST(OverlapTest, FastPathMatchesTheReferenceOnEveryKeyedCount) {
+  for (int w : {1, 2, 7, 33}) {
+    for (int h : {1, 5, 18}) {
+      ImagePtr a = zvtest::random_frame(w, h, 5), b = zvtest::random_frame(w + 1, h + 2, 6);
+      for (size_t i = 0; i < b->plane_size(0); ++i) b->get_Y()[i] = static_cast<uint8_t>(120 + b->get_Y()[i] % 20);
+      for (int percent : {1, 37, 99, 100}) {
+        std::vector<uint8_t> results[2];
+        for (zv::KernelPath path : {zv::KernelPath::kFast, zv::KernelPath::kReference}) {
+          ImagePtr out = zvtest::random_frame(w + 2, h, 7);
+          TransitionParams p = overlap_params(percent / 100.0, 0, 0.0, 128 << 16);
+          zv::set_kernel_path(path);
+          zvTransparentOverlap(out.get(), a.get(), b.get(), &p);
+          zv::set_kernel_path(zv::KernelPath::kFast);
+          results[path == zv::KernelPath::kReference] = zvtest::frame_bytes(*out);
+        }
+        EXPECT_EQ(results[0], results[1]) << w << "x" << h << " at " << percent << " %";
+      }
+    }
   }
-  EXPECT_EQ(results[0], results[1]);
 }
-
-INSTANTIATE_TEST_SUITE_P(Sizes, OverlapPathTest,
-                         ::testing::Combine(::testing::Values(1, 2, 7, 33), ::testing::Values(1, 5, 18),
-                                            ::testing::Values(1, 37, 99, 100)));
 
 }  // namespace
