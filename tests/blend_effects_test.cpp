@@ -12,46 +12,37 @@ using zvtest::sample;
 
 constexpr int kFade = 14, kAddDissolve = 36, kStretchIn = 40, kMesh = 41, kXRay = 53, kBlend = 66;
 
-struct Colour {
-  uint8_t y, u, v;
-};
-
-struct SolidCase {
-  int id, style;
-  double position;
-  Colour a, b, want;
-  int width, height;
-};
+struct Colour { uint8_t y, u, v; };
+struct SolidCase { int id, style; double position; Colour a, b, want; int width, height; };
 
 constexpr Colour kAddA{200, 60, 70}, kAddB{50, 160, 170}, kFadeA{16, 100, 200}, kFadeB{235, 60, 127};
 
 const SolidCase kSolidCases[] = {
     // Add Dissolve offsets the luma (saturating) and switches the chroma: a's, grey from 0.4, b's from 0.6.
-    {kAddDissolve, 0, 0.25, kAddA, kAddB, {255, 60, 70}, 16, 8},  // 200 + t(95.625), saturated
-    {kAddDissolve, 1, 0.25, kAddA, kAddB, {105, 60, 70}, 16, 8},  // 200 - 95
-    {kAddDissolve, 1, 0.39, kAddA, kAddB, {51, 60, 70}, 16, 8},   // 200 - t(149.175)
+    // 200 + t(95.625), saturated; 200 - 95; 200 - t(149.175).
+    {kAddDissolve, 0, 0.25, kAddA, kAddB, {255, 60, 70}, 16, 8},
+    {kAddDissolve, 1, 0.25, kAddA, kAddB, {105, 60, 70}, 16, 8},
+    {kAddDissolve, 1, 0.39, kAddA, kAddB, {51, 60, 70}, 16, 8},
     {kAddDissolve, 0, 0.4, kAddA, kAddB, {255, 128, 128}, 16, 8},
     {kAddDissolve, 1, 0.4, kAddA, kAddB, {47, 128, 128}, 16, 8},
-    {kAddDissolve, 0, 0.5, kAddA, kAddB, {241, 128, 128}, 16, 8},  // b + 191
-    {kAddDissolve, 1, 0.5, kAddA, kAddB, {0, 128, 128}, 16, 8},    // b - 191, saturated
-    {kAddDissolve, 0, 0.59, kAddA, kAddB, {206, 128, 128}, 16, 8},  // b + t(156.825)
-    {kAddDissolve, 0, 0.6, kAddA, kAddB, {203, 160, 170}, 16, 8},   // b + 153
+    // b + 191; b - 191, saturated; b + t(156.825); b + 153.
+    {kAddDissolve, 0, 0.5, kAddA, kAddB, {241, 128, 128}, 16, 8},
+    {kAddDissolve, 1, 0.5, kAddA, kAddB, {0, 128, 128}, 16, 8},
+    {kAddDissolve, 0, 0.59, kAddA, kAddB, {206, 128, 128}, 16, 8},
+    {kAddDissolve, 0, 0.6, kAddA, kAddB, {203, 160, 170}, 16, 8},
     {kAddDissolve, 1, 0.75, kAddA, kAddB, {0, 160, 170}, 16, 8},
     {kAddDissolve, 0, 0.75, kAddA, kAddB, {145, 160, 170}, 16, 8},
     // Fade: k = 64 is three quarters a; fading one picture alone takes luma to 0 and chroma to 128 with a
     // flooring shift, and b's chroma of 127 stays 127 for any weight below 256.
-    {kFade, 0, 0.5, kFadeA, kFadeB, {70, 90, 181}, 64, 48},
-    {kFade, 1, 1.0, kFadeA, kFadeB, {0, 128, 128}, 64, 48},
-    {kFade, 1, 0.5, kFadeA, kFadeB, {12, 107, 182}, 64, 48},
-    {kFade, 2, 0.5, kFadeA, kFadeB, {58, 111, 127}, 64, 48},
+    {kFade, 0, 0.5, kFadeA, kFadeB, {70, 90, 181}, 64, 48}, {kFade, 1, 1.0, kFadeA, kFadeB, {0, 128, 128}, 64, 48},
+    {kFade, 1, 0.5, kFadeA, kFadeB, {12, 107, 182}, 64, 48}, {kFade, 2, 0.5, kFadeA, kFadeB, {58, 111, 127}, 64, 48},
     // Out and in through black: black at exactly 0.5, almost black just before.
-    {kFade, 3, 0.5, kFadeA, kFadeB, {0, 128, 128}, 64, 48},
-    {kFade, 3, 0.499, kFadeA, kFadeB, {0, 127, 128}, 64, 48},
+    {kFade, 3, 0.5, kFadeA, kFadeB, {0, 128, 128}, 64, 48}, {kFade, 3, 0.499, kFadeA, kFadeB, {0, 127, 128}, 64, 48},
     {kFade, 3, 0.75, kFadeA, kFadeB, {58, 111, 127}, 64, 48},
-    // Blend: the squared weight, without rounding.
-    {kBlend, 0, 0.5, {200, 200, 200}, {40, 40, 40}, {160, 160, 160}, 18, 4},  // alpha 64
-    {kBlend, 0, 0.1, {255, 255, 255}, {0, 0, 0}, {253, 253, 253}, 18, 4},     // alpha t(2.56) = 2
-    {kBlend, 0, 0.99, {0, 0, 0}, {255, 255, 255}, {249, 249, 249}, 18, 4},    // alpha t(250.9) = 250
+    // Blend: the squared weight, without rounding: alpha 64, t(2.56) = 2, t(250.9) = 250.
+    {kBlend, 0, 0.5, {200, 200, 200}, {40, 40, 40}, {160, 160, 160}, 18, 4},
+    {kBlend, 0, 0.1, {255, 255, 255}, {0, 0, 0}, {253, 253, 253}, 18, 4},
+    {kBlend, 0, 0.99, {0, 0, 0}, {255, 255, 255}, {249, 249, 249}, 18, 4},
     // X Ray: the luma follows the phase, the chroma cuts over half way.
     {kXRay, 0, 0.1, {0, 60, 70}, {99, 160, 170}, {64, 60, 70}, 6, 4},     // dark rises by t(64)
     {kXRay, 0, 0.1, {255, 60, 70}, {99, 160, 170}, {191, 60, 70}, 6, 4},  // bright falls by 64
@@ -91,8 +82,9 @@ TEST(StretchIn, LeftAnchorSpreadsTheFirstColumnsOfB) {
   // p = 0.5 on 16 columns: alpha 64 of 4 x b's index; column x reads b's column t(x / 2).
   ImagePtr a = zvtest::solid_frame(16, 2, 0, 128, 128), b = ramp_frame(16, 2, 4), out = zvtest::random_frame(16, 2, 3);
   run_transition(kStretchIn, out.get(), a.get(), b.get(), 1, 0.5);
-  EXPECT_EQ(zvtest::plane_bytes(*out, 0), (std::vector<uint8_t>{0, 0, 1, 1, 2, 2, 3, 3, 4, 4, 5, 5, 6, 6, 7, 7, 16, 16,
-                                                                17, 17, 18, 18, 19, 19, 20, 20, 21, 21, 22, 22, 23, 23}));
+  const std::vector<uint8_t> want = {0,  0,  1,  1,  2,  2,  3,  3,  4,  4,  5,  5,  6,  6,  7,  7,
+                                     16, 16, 17, 17, 18, 18, 19, 19, 20, 20, 21, 21, 22, 22, 23, 23};
+  EXPECT_EQ(zvtest::plane_bytes(*out, 0), want);
 }
 
 TEST(StretchIn, RightAnchorReadsOnePastTheRowButNeverPastThePlane) {

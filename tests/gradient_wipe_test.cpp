@@ -2,7 +2,6 @@
 // take their variant from the progress value.
 #include <gtest/gtest.h>
 
-#include "frame/registration.h"
 #include "tests/test_support.h"
 
 namespace {
@@ -14,25 +13,20 @@ using zvtest::solid_frame;
 constexpr uint8_t kA = 10, kB = 240;
 
 struct Frames {
-  ImagePtr a = solid_frame(256, 576, kA, kA, kA);
-  ImagePtr b = solid_frame(256, 576, kB, kB, kB);
+  ImagePtr a = solid_frame(256, 576, kA, kA, kA), b = solid_frame(256, 576, kB, kB, kB);
   ImagePtr out = solid_frame(256, 576, 0, 0, 0);
-
-  void run(int style, double p) {
-    TransitionParams params = zvtest::make_params(style, p);
-    ASSERT_EQ(zv::transition_entry(39)(out.get(), a.get(), b.get(), &params), 0);
-  }
-  // Share of samples equal to a in luma columns [x0, x1) of rows [y0, y1).
+  void run(int style, double p) { ASSERT_EQ(zvtest::run_transition(39, out.get(), a.get(), b.get(), style, p), 0); }
+  // Share of samples equal to a in luma columns [x0, x1) of rows [y0, y1); every one is a or b.
   double share_of_a(int x0, int x1, int y0, int y1) const {
-    int n = 0, from_a = 0;
+    int from_a = 0;
     for (int y = y0; y < y1; ++y) {
-      for (int x = x0; x < x1; ++x, ++n) {
+      for (int x = x0; x < x1; ++x) {
         const uint8_t s = sample(*out, 0, x, y);
         EXPECT_TRUE(s == kA || s == kB);
         from_a += s == kA;
       }
     }
-    return static_cast<double>(from_a) / n;
+    return static_cast<double>(from_a) / ((x1 - x0) * (y1 - y0));
   }
 };
 

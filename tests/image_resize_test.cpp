@@ -1,6 +1,5 @@
-// Image resize: placement, border fill, line skipping and the three kernels;
-// every method and interpolation on exactly sized frames (the sanitizer build
-// catches any access outside them).
+// Image resize: placement, border fill, line skipping and the three kernels; every method and
+// interpolation on exactly sized frames (the sanitizer build catches any access outside them).
 #include <gtest/gtest.h>
 
 #include <random>
@@ -47,18 +46,15 @@ TEST_P(ResizeCombinationTest, StaysInsideBothFramesAndThePicture) {
   const auto [method, interpolation, s, d, chroma422] = GetParam();
   ImagePtr src = frame(s.first, s.second, kChroma420, 3);
   ImagePtr dst = frame(d.first, d.second, chroma422 ? kChroma422 : kChroma420, 4);
-  // The destination's picture is narrower than its frame: the luma columns
-  // beyond it are never written.
+  // The destination's picture is narrower than its frame: the luma columns beyond it are never written.
   dst->picture_width = d.first - 2;
-  const std::vector<uint8_t> before = zvtest::plane_bytes(*dst, 0);
-  const std::vector<uint8_t> source_before = zvtest::frame_bytes(*src);
+  const std::vector<uint8_t> before = zvtest::plane_bytes(*dst, 0), source_before = zvtest::frame_bytes(*src);
   EXPECT_EQ(resize(dst.get(), src.get(), interpolation, method), 0);
   EXPECT_EQ(zvtest::frame_bytes(*src), source_before);
   for (int y = 0; y < d.second; ++y) {
     for (int x = d.first - 2; x < d.first; ++x) ASSERT_EQ(sample(*dst, 0, x, y), before[y * d.first + x]);
   }
-  // The picture's corners are the source's corners whenever the whole source
-  // is scaled into the whole picture (stretch, no line skipping).
+  // The picture's corners are the source's whenever the whole source fills the picture (stretch, no skipping).
   if (method == IMAGE_RESIZE_STRETCH && interpolation <= 2 && s.second < 2 * d.second) {
     EXPECT_EQ(sample(*dst, 0, 0, 0), sample(*src, 0, 0, 0));
     EXPECT_EQ(sample(*dst, 0, d.first - 3, d.second - 1), sample(*src, 0, s.first - 1, s.second - 1));
@@ -121,49 +117,37 @@ TEST(ImageResizeTest, TilesStartAtTheTopLeftAndAreCut) {
   EXPECT_TRUE(zvtest::samples_are(*dst, 0, [&](int x, int y) { return sample(*src, 0, x % 3, y % 2); }));
 }
 
-// The target rectangle of each fitting method, seen through the border fill.
-struct FitCase {
-  int method, sw, sh, dw, dh, dst_x, dst_y, src_x, src_y;
-  int left, top;  // the target's offsets; it is centred
-};
-
-class FitTest : public ::testing::TestWithParam<FitCase> {};
-
-TEST_P(FitTest, PlacesTheTargetCentred) {
-  const FitCase c = GetParam();
-  ImagePtr src = zvtest::solid_frame(c.sw, c.sh, 200, 60, 60);
-  ImagePtr dst = zvtest::solid_frame(c.dw, c.dh, 9, 9, 9);
-  zvImageResize(dst.get(), c.dst_x, c.dst_y, src.get(), c.src_x, c.src_y, IMAGE_INTERPOLATION_NEAREST,
-                static_cast<IMAGE_RESIZE_METHOD>(c.method));
-  for (int y : {0, c.top - 1, c.top, c.dh - 1 - c.top, c.dh - c.top}) {
-    for (int x : {0, c.left - 1, c.left, c.dw - 1 - c.left, c.dw - c.left}) {
-      if (x < 0 || y < 0 || x >= c.dw || y >= c.dh) continue;
-      const bool in = x >= c.left && x < c.dw - c.left && y >= c.top && y < c.dh - c.top;
-      EXPECT_EQ(sample(*dst, 0, x, y), in ? 200 : 0) << x << "," << y;
+// The target rectangle of each fitting method, seen through the border fill: (method, source and
+// destination sizes, destination and source aspect numbers, the centred target's left and top offsets).
+TEST(ImageResizeTest, FittingPlacesTheTargetCentred) {
+  const int cases[][11] = {
+      // 16:9 of 720 x 576 is 1024 x 576; in 512 x 576 that is 288 rows high.
+      {1, 720, 576, 512, 576, -1, -1, -1, -1, 0, 144},
+      // 4:3 of 720 x 400 is 720 x 540: 324 rows high in 480 x 360... exactly 480 x 360.
+      {2, 720, 400, 480, 360, -1, -1, -1, -1, 0, 0},
+      // 4:3 destination, 16:9 source: dw 5, dh 3, 432 rows of 576; the same with zero numbers: the
+      // pictures' own sizes, so nothing to fit.
+      {0, 720, 576, 720, 576, 4, 3, 16, 9, 0, 72}, {0, 720, 576, 720, 576, 0, 3, 16, 0, 0, 0},
+      // A narrow source: pillarbox; odd difference keeps the edges symmetric.
+      {0, 10, 20, 21, 20, -1, -1, -1, -1, 5, 0}, {3, 10, 20, 21, 20, -1, -1, -1, -1, 0, 0},
+      // A huge aspect product does not fit 64 bits: the whole destination.
+      {0, 8, 8, 16, 8, 2000000000, 2000000000, 2000000000, 1, 0, 0}};
+  for (const auto& [method, sw, sh, dw, dh, dst_x, dst_y, src_x, src_y, left, top] : cases) {
+    ImagePtr src = zvtest::solid_frame(sw, sh, 200, 60, 60), dst = zvtest::solid_frame(dw, dh, 9, 9, 9);
+    zvImageResize(dst.get(), dst_x, dst_y, src.get(), src_x, src_y, IMAGE_INTERPOLATION_NEAREST,
+                  static_cast<IMAGE_RESIZE_METHOD>(method));
+    for (int y : {0, top - 1, top, dh - 1 - top, dh - top}) {
+      for (int x : {0, left - 1, left, dw - 1 - left, dw - left}) {
+        if (x < 0 || y < 0 || x >= dw || y >= dh) continue;
+        const bool in = x >= left && x < dw - left && y >= top && y < dh - top;
+        EXPECT_EQ(sample(*dst, 0, x, y), in ? 200 : 0) << "method " << method << " at " << x << "," << y;
+      }
     }
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Methods, FitTest,
-    ::testing::Values(
-        // 16:9 of 720 x 576 is 1024 x 576; in 512 x 576 that is 288 rows high.
-        FitCase{1, 720, 576, 512, 576, -1, -1, -1, -1, 0, 144},
-        // 4:3 of 720 x 400 is 720 x 540: 324 rows high in 480 x 360... exactly 480 x 360.
-        FitCase{2, 720, 400, 480, 360, -1, -1, -1, -1, 0, 0},
-        // 4:3 destination, 16:9 source: dw 5, dh 3, 432 rows of 576.
-        FitCase{0, 720, 576, 720, 576, 4, 3, 16, 9, 0, 72},
-        // The same with zero numbers: the pictures' own sizes, so nothing to fit.
-        FitCase{0, 720, 576, 720, 576, 0, 3, 16, 0, 0, 0},
-        // A narrow source: pillarbox; odd difference keeps the edges symmetric.
-        FitCase{0, 10, 20, 21, 20, -1, -1, -1, -1, 5, 0},
-        FitCase{3, 10, 20, 21, 20, -1, -1, -1, -1, 0, 0},
-        // A huge aspect product does not fit 64 bits: the whole destination.
-        FitCase{0, 8, 8, 16, 8, 2000000000, 2000000000, 2000000000, 1, 0, 0}));
-
 TEST(ImageResizeTest, UnknownInterpolationPlacesAndFillsButDoesNotScale) {
-  ImagePtr src = zvtest::solid_frame(10, 20, 200, 60, 60);
-  ImagePtr dst = zvtest::solid_frame(20, 20, 9, 9, 9);
+  ImagePtr src = zvtest::solid_frame(10, 20, 200, 60, 60), dst = zvtest::solid_frame(20, 20, 9, 9, 9);
   resize(dst.get(), src.get(), 3, IMAGE_RESIZE_KEEP_ASPECT);
   EXPECT_EQ(luma_row(*dst, 4, 0, 20),
             (std::vector<uint8_t>{0, 0, 0, 0, 0, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 0, 0, 0, 0, 0}));
@@ -189,34 +173,27 @@ TEST(CubicKernelTest, WeightsAreExactAtTheEndPointsAndSumToOne) {
   }
 }
 
-// Both paths of the cubic kernel (normal steps, and reduction or enlargement
-// by two or more) on 24-bit bitmaps: constants stay constant and the corners
-// land on the source's corners.
-class CubicResizeTest : public ::testing::TestWithParam<std::pair<int, int>> {};
-
-TEST_P(CubicResizeTest, ConstantStaysAndCornersAreExact) {
-  const auto [sw, tw] = GetParam();
-  const int sh = sw, th = tw;
-  std::vector<uint8_t> source(static_cast<size_t>(sw * 3 * sh)), target(static_cast<size_t>(tw * 3 * th), 1);
-  std::mt19937 gen(sw * 31 + tw);
-  for (uint8_t& v : source) v = static_cast<uint8_t>(gen());
-  tagImgParam from{source.data(), sw, sh, sw * 3, 0, 0, sw, sh};
-  tagImgParam to{target.data(), tw, th, tw * 3, 0, 0, tw, th};
-  EXPECT_EQ(DIB_Resize(&from, &to, IMAGE_INTERPOLATION_CUBIC), 0);
-  for (int c = 0; c < 3; ++c) {
-    EXPECT_EQ(target[c], source[c]);
-    if (tw == 1) continue;  // one sample: the first
-    EXPECT_EQ(target[(th * tw - 1) * 3 + c], source[(sh * sw - 1) * 3 + c]);
-    EXPECT_EQ(target[(tw - 1) * 3 + c], source[(sw - 1) * 3 + c]);
+// Both paths of the cubic kernel (normal steps, and reduction or enlargement by two or more) on 24-bit
+// bitmaps: constants stay constant and the corners land on the source's corners.
+TEST(CubicResizeTest, ConstantStaysAndCornersAreExact) {
+  for (auto [sw, tw] : {std::pair{5, 7}, {7, 5}, {4, 16}, {16, 4}, {9, 17}, {3, 1}, {1, 3}}) {
+    const int sh = sw, th = tw;
+    std::vector<uint8_t> source(static_cast<size_t>(sw * 3 * sh)), target(static_cast<size_t>(tw * 3 * th), 1);
+    std::mt19937 gen(sw * 31 + tw);
+    for (uint8_t& v : source) v = static_cast<uint8_t>(gen());
+    tagImgParam from{source.data(), sw, sh, sw * 3, 0, 0, sw, sh}, to{target.data(), tw, th, tw * 3, 0, 0, tw, th};
+    EXPECT_EQ(DIB_Resize(&from, &to, IMAGE_INTERPOLATION_CUBIC), 0);
+    for (int c = 0; c < 3; ++c) {
+      EXPECT_EQ(target[c], source[c]) << sw << " to " << tw;
+      if (tw == 1) continue;  // one sample: the first
+      EXPECT_EQ(target[(th * tw - 1) * 3 + c], source[(sh * sw - 1) * 3 + c]) << sw << " to " << tw;
+      EXPECT_EQ(target[(tw - 1) * 3 + c], source[(sw - 1) * 3 + c]) << sw << " to " << tw;
+    }
+    std::fill(source.begin(), source.end(), 173);
+    DIB_Resize(&from, &to, IMAGE_INTERPOLATION_CUBIC);
+    EXPECT_EQ(target, std::vector<uint8_t>(target.size(), 173)) << sw << " to " << tw;
   }
-  std::fill(source.begin(), source.end(), 173);
-  DIB_Resize(&from, &to, IMAGE_INTERPOLATION_CUBIC);
-  EXPECT_EQ(target, std::vector<uint8_t>(target.size(), 173));
 }
-
-INSTANTIATE_TEST_SUITE_P(Steps, CubicResizeTest,
-                         ::testing::Values(std::pair{5, 7}, std::pair{7, 5}, std::pair{4, 16}, std::pair{16, 4},
-                                           std::pair{9, 17}, std::pair{3, 1}, std::pair{1, 3}));
 
 TEST(DibResizeTest, NearestScalesTheRectangleOnly) {
   // A 2 x 1 rectangle at (1, 1) of a 3 x 2 bitmap into (0, 0) 4 x 1 of a 5 x 2 one with padded rows.

@@ -25,9 +25,7 @@ constexpr int kRoll = 18, kPageTurn = 26, kCenterPeel = 27, kPeelBack = 28, kCur
 constexpr int kObscure = 29, kSwap = 33, kSwing = 35, kGauze = 54, kEdgeFeather = 56, kWind = 63, kLens = 65;
 constexpr int W = 720, H = 576;
 
-struct Frames {
-  ImagePtr a, b, out;
-};
+struct Frames { ImagePtr a, b, out; };
 
 Frames run(int id, int style, double position, int param1 = 0, bool solid = false) {
   Frames f{solid ? zvtest::solid_frame(W, H, 200, 200, 200) : zvtest::random_frame(W, H, 1),
@@ -37,23 +35,10 @@ Frames run(int id, int style, double position, int param1 = 0, bool solid = fals
   return f;
 }
 
-// One expected sample: plane, output position, and what it must equal.
-struct Expect {
-  int plane, x, y;
-  char source;        // 'a', 'b', or 'v' for a literal value
-  int sx, sy;         // source position, or the value in sx
-  int shade = 256;    // luma shaded by this weight
-  bool back = false;  // the back of a page
-};
-
-struct Case {
-  std::string name;
-  int id, style;
-  double position;
-  int param1;
-  bool solid;
-  std::vector<Expect> expects;
-};
+// One expected sample: plane and output position; the source ('a', 'b', or 'v' for the literal value sx) and
+// its position; the luma shading weight; whether it is the back of a page.
+struct Expect { int plane, x, y; char source; int sx, sy, shade = 256; bool back = false; };
+struct Case { std::string name; int id, style; double position; int param1; bool solid; std::vector<Expect> expects; };
 
 // Obscure's bars on ten 72-column strips at p = 0.25 and 0.75, at each strip's first or last column.
 std::vector<Expect> obscure_bars(bool second) {
