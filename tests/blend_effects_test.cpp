@@ -1,5 +1,5 @@
-// The blends that turn solid frames into solid frames (Add Dissolve, Fade's
-// levels, Blend, X Ray), and Stretch In and Mesh sample by sample.
+// The blends that turn solid frames into solid frames (Add Dissolve, Fade's levels, Blend, X Ray), and Stretch In and
+// Mesh sample by sample.
 #include <gtest/gtest.h>
 
 #include "tests/test_support.h"
@@ -19,7 +19,7 @@ constexpr Colour kAddA{200, 60, 70}, kAddB{50, 160, 170}, kFadeA{16, 100, 200}, 
 
 const SolidCase kSolidCases[] = {
     // Add Dissolve offsets the luma (saturating) and switches the chroma: a's, grey from 0.4, b's from 0.6.
-    // 200 + t(95.625), saturated; 200 - 95; 200 - t(149.175).
+    // Luma 200 + t(95.625), saturated; 200 - 95; 200 - t(149.175).
     {kAddDissolve, 0, 0.25, kAddA, kAddB, {255, 60, 70}, 16, 8},
     {kAddDissolve, 1, 0.25, kAddA, kAddB, {105, 60, 70}, 16, 8},
     {kAddDissolve, 1, 0.39, kAddA, kAddB, {51, 60, 70}, 16, 8},
@@ -32,8 +32,8 @@ const SolidCase kSolidCases[] = {
     {kAddDissolve, 0, 0.6, kAddA, kAddB, {203, 160, 170}, 16, 8},
     {kAddDissolve, 1, 0.75, kAddA, kAddB, {0, 160, 170}, 16, 8},
     {kAddDissolve, 0, 0.75, kAddA, kAddB, {145, 160, 170}, 16, 8},
-    // Fade: k = 64 is three quarters a; fading one picture alone takes luma to 0 and chroma to 128 with a
-    // flooring shift, and b's chroma of 127 stays 127 for any weight below 256.
+    // Fade: k = 64 is three quarters a; fading one picture alone takes luma to 0 and chroma to 128 with a flooring
+    // shift, and b's chroma of 127 stays 127 for any weight below 256.
     {kFade, 0, 0.5, kFadeA, kFadeB, {70, 90, 181}, 64, 48}, {kFade, 1, 1.0, kFadeA, kFadeB, {0, 128, 128}, 64, 48},
     {kFade, 1, 0.5, kFadeA, kFadeB, {12, 107, 182}, 64, 48}, {kFade, 2, 0.5, kFadeA, kFadeB, {58, 111, 127}, 64, 48},
     // Out and in through black: black at exactly 0.5, almost black just before.
@@ -88,8 +88,8 @@ TEST(StretchIn, LeftAnchorSpreadsTheFirstColumnsOfB) {
 }
 
 TEST(StretchIn, RightAnchorReadsOnePastTheRowButNeverPastThePlane) {
-  // p = 0.9: alpha 207. The last column reads B(W): the next row's first sample, and on the last row the
-  // plane's last sample. Column 8 - i reads B(8 - t(0.9 i)); for i = 2 that is B(7).
+  // p = 0.9: alpha 207. The last column reads B(W): the next row's first sample, and on the last row the plane's last
+  // sample. Column 8 - i reads B(8 - t(0.9 i)); for i = 2 that is B(7).
   ImagePtr a = zvtest::solid_frame(8, 4, 0, 128, 128), b = ramp_frame(8, 4, 7), out = zvtest::random_frame(8, 4, 3);
   run_transition(kStretchIn, out.get(), a.get(), b.get(), 0, 0.9);
   const int last[4] = {45, 90, 135, 175}, before_last[4] = {39, 84, 130, 175};

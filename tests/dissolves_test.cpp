@@ -1,6 +1,5 @@
-// Add, Non Add and Random Dissolve (Add Dissolve's levels are in
-// blend_effects_test.cpp); and, for this family, frames of three different
-// sizes and degenerate inputs.
+// Add, Non Add and Random Dissolve (Add Dissolve's levels are in blend_effects_test.cpp); and, for this family, frames
+// of three different sizes and degenerate inputs.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -18,21 +17,18 @@ using zvtest::sample;
 using zvtest::solid_frame;
 
 TEST(AddDissolve, GreyIsOneRunFromTheRegionStart) {
-  // Chroma: out 6x2, a and b 4x2, so the region starts at column 1 and the
-  // 8-byte grey run covers U[1..8] of out, spilling into its second row.
+  // Chroma: out 6x2, a and b 4x2, so the region starts at column 1 and the 8-byte grey run covers U[1..8] of out,
+  // spilling into its second row.
   ImagePtr a = solid_frame(8, 4, 10, 60, 70), b = solid_frame(8, 4, 20, 160, 170), out = solid_frame(12, 4, 0, 9, 9);
   run_transition(36, out.get(), a.get(), b.get(), 0, 0.5);
   EXPECT_EQ(zvtest::plane_bytes(*out, 1), (std::vector<uint8_t>{9, 128, 128, 128, 128, 128, 128, 128, 128, 9, 9, 9}));
 }
 
-// Non Add Dissolve on a 720-wide frame: out and a are 6 rows, b 4, so the region is rows 1..4 of out,
-// written one row down (rows 2..5); row 5 lies inside out and a, b's row below does not. Chroma: 3 rows
-// of out, 2 of the region (row 0 and 1), no offset.
+// Non Add Dissolve on a 720-wide frame: out and a are 6 rows, b 4, so the region is rows 1..4 of out, written one row
+// down (rows 2..5); row 5 lies inside out and a, b's row below does not. Chroma: 3 rows of out, 2 of the region (row 0
+// and 1), no offset.
 TEST(NonAddDissolve, WrapsLumaOneRowDown) {
-  struct Case {
-    double p;
-    uint8_t y, u;
-  };
+  struct Case { double p; uint8_t y, u; };
   const Case cases[] = {{0.0, 200, 60},
                         {0.25, 19, 60},   // K 180, d 75, wrapped
                         {0.49, 91, 60},   // K 353, d 147
@@ -63,8 +59,8 @@ TEST(NonAddDissolve, EqualSizesLeaveRowZeroAndSkipTheRowBelow) {
   EXPECT_EQ(zvtest::plane_bytes(*out, 1), zvtest::plane_bytes(*b, 1));
 }
 
-// Random Dissolve on frames where a and b differ everywhere: every sample is one of them, b's share follows
-// the progress (45 of 151 draws at 0.3, 245 of 351 at 0.7), and at the end about one sample in 501 keeps a.
+// Random Dissolve on frames where a and b differ everywhere: every sample is one of them, b's share follows the
+// progress (45 of 151 draws at 0.3, 245 of 351 at 0.7), and at the end about one sample in 501 keeps a.
 TEST(RandomDissolve, ShareOfBFollowsProgress) {
   const double bounds[][3] = {{0.0, 0.0, 0.0}, {0.3, 0.288, 0.308}, {0.7, 0.688, 0.708},
                               {1.0, 1.0 - 330.0 / 115200, 1.0 - 140.0 / 115200}};
@@ -112,8 +108,8 @@ TEST(Dissolves, FramesOfThreeSizesWriteTheCommonRegion) {
   }
 }
 
-// NaN progress (zero duration), huge or out-of-range values, empty, negative and tiny frames: a result of 0
-// and no access outside the planes (the sanitizer build checks); for 3D Door too.
+// NaN progress (zero duration), huge or out-of-range values, empty, negative and tiny frames: a result of 0 and no
+// access outside the planes (the sanitizer build checks); for 3D Door too.
 TEST(Dissolves, DegenerateInputsAreHarmless) {
   const double nan = std::nan("");
   const std::pair<int, int> sizes[] = {{0, 0}, {1, 1}, {3, 1}, {-4, 6}, {3, 2}, {2, 9}};

@@ -1,7 +1,8 @@
-// 3D Door: exact bytes of the leaves, their squeeze and their shortened inner
-// edges, the style written back into the caller's block, and frames of
-// different sizes (degenerate inputs are in dissolves_test.cpp).
+// 3D Door: exact bytes of the leaves, their squeeze and their shortened inner edges, the style written back into the
+// caller's block, and frames of different sizes (degenerate inputs are in dissolves_test.cpp).
 #include <gtest/gtest.h>
+
+#include <tuple>
 
 #include "frame/registration.h"
 #include "tests/test_support.h"
@@ -11,7 +12,7 @@ namespace {
 using zvtest::ImagePtr;
 using zvtest::sample;
 
-int door(Image* out, Image* a, Image* b, TransitionParams* params) { return zv::transition_entry(59)(out, a, b, params); }
+int door(Image* out, Image* a, Image* b, TransitionParams* p) { return zv::transition_entry(59)(out, a, b, p); }
 
 // Planes whose samples tell their row and column apart: base + 10 x row + column.
 ImagePtr numbered_frame(int width, int height) {
@@ -33,8 +34,8 @@ TEST(Door, HalfOpenSqueezesTheLeavesAndShortensTheirInnerEdges) {
   ASSERT_EQ(door(out.get(), a.get(), b.get(), &params), 0);
   EXPECT_EQ(params.param1, 0);       // the style, written into the caller's block
   EXPECT_EQ(out->frame_flags(), 9);  // the revealed picture's copy brings its flags last
-  // Luma: two columns a leaf, every other source column; the hinge columns full height, the inner ones one
-  // row shorter at each end and stretched.
+  // Luma: two columns a leaf, every other source column; the hinge columns full height, the inner ones one row shorter
+  // at each end and stretched.
   const int inner_rows[16] = {-1, 0, 1, 2, 3, 5, 6, 7, 8, 9, 10, 11, 13, 14, 15, -1};
   EXPECT_TRUE(zvtest::samples_are(*out, 0, [&](int x, int y) {
     const int inner = inner_rows[y];
@@ -43,8 +44,11 @@ TEST(Door, HalfOpenSqueezesTheLeavesAndShortensTheirInnerEdges) {
     return 200;
   }));
   // Chroma (4 x 8): one column a leaf, at full height.
-  EXPECT_TRUE(zvtest::samples_are(*out, 1, [](int x, int y) { return x == 0 ? 100 + 10 * y : x == 3 ? 102 + 10 * y : 30; }));
-  EXPECT_TRUE(zvtest::samples_are(*out, 2, [](int x, int y) { return x == 0 ? 50 + 10 * y : x == 3 ? 52 + 10 * y : 40; }));
+  for (auto [plane, base, middle] : {std::tuple{1, 100, 30}, {2, 50, 40}}) {
+    EXPECT_TRUE(zvtest::samples_are(*out, plane, [&](int x, int y) {
+      return x == 0 ? base + 10 * y : x == 3 ? base + 2 + 10 * y : middle;
+    }));
+  }
 
   // Closing half way is the same picture with the leaves made from the other frame.
   ImagePtr closing = zvtest::solid_frame(8, 16, 0, 0, 0);
@@ -55,7 +59,8 @@ TEST(Door, HalfOpenSqueezesTheLeavesAndShortensTheirInnerEdges) {
 }
 
 TEST(Door, StyleOutOfRangeLeavesTheCallersBlockAlone) {
-  ImagePtr a = zvtest::random_frame(16, 12, 1), b = zvtest::random_frame(16, 12, 2), out = zvtest::random_frame(16, 12, 3);
+  ImagePtr a = zvtest::random_frame(16, 12, 1), b = zvtest::random_frame(16, 12, 2);
+  ImagePtr out = zvtest::random_frame(16, 12, 3);
   for (int style : {2, -1, 1000}) {
     TransitionParams params = zvtest::make_params(style, 0.5);
     params.param1 = 7;
@@ -64,8 +69,8 @@ TEST(Door, StyleOutOfRangeLeavesTheCallersBlockAlone) {
   }
 }
 
-// b fills the output from its centred 10 x 6 (5 x 3) area; the closed leaves show a over the centred
-// 8 x 4 (4 x 2) area.
+// b fills the output from its centred 10 x 6 (5 x 3) area; the closed leaves show a over the centred 8 x 4 (4 x 2)
+// area.
 TEST(Door, DifferentSizesMeetOnTheCentredMinimumArea) {
   ImagePtr a = zvtest::random_frame(8, 4, 1), b = zvtest::random_frame(12, 8, 2), out = zvtest::random_frame(10, 6, 3);
   TransitionParams params = zvtest::make_params(0, 0.0);

@@ -1,5 +1,4 @@
-// Fade's gradient sweeps, and where it writes on frames of different sizes
-// (its levels are in blend_effects_test.cpp).
+// Fade's gradient sweeps, and where it writes on frames of different sizes (its levels are in blend_effects_test.cpp).
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -19,8 +18,8 @@ TEST(FadeTest, LeftToRightJustBeforeHalfwayIsAlmostAllB) {
   ImagePtr a = solid_frame(64, 48, 16, 100, 200), b = solid_frame(64, 48, 235, 60, 127);
   ImagePtr out = solid_frame(64, 48, 7, 7, 7);
   run_transition(kFade, out.get(), a.get(), b.get(), 4, std::nextafter(0.5, 0.0));
-  // t just below 1: the gradient spans 63 of 64 columns, a's weight 4 at the left edge; chroma has its own
-  // edge, trunc(32 * t) = 31 columns.
+  // t just below 1: the gradient spans 63 of 64 columns, a's weight 4 at the left edge; chroma has its own edge,
+  // trunc(32 * t) = 31 columns.
   EXPECT_EQ(sample(*out, 0, 0, 10), 231);
   EXPECT_EQ(sample(*out, 0, 62, 10), 19);
   EXPECT_EQ(sample(*out, 0, 63, 10), 16);
@@ -29,8 +28,8 @@ TEST(FadeTest, LeftToRightJustBeforeHalfwayIsAlmostAllB) {
 }
 
 TEST(FadeTest, VerticalReverseTruncatesOnTheOtherSideOfTheWeight) {
-  // 48 x 48, t = 0.5: the gradient covers 24 columns (style 5) or rows (style 7); one step into it a keeps
-  // trunc(47 * 256 / 48) = 250 across, 256 - trunc(256 / 48) = 251 down.
+  // 48 x 48, t = 0.5: the gradient covers 24 columns (style 5) or rows (style 7); one step into it a keeps trunc(47 *
+  // 256 / 48) = 250 across, 256 - trunc(256 / 48) = 251 down.
   ImagePtr a = solid_frame(48, 48, 16, 128, 128), b = solid_frame(48, 48, 235, 128, 128);
   ImagePtr across = solid_frame(48, 48, 0, 0, 0), down = solid_frame(48, 48, 0, 0, 0);
   run_transition(kFade, across.get(), a.get(), b.get(), 5, 0.25);

@@ -1,5 +1,4 @@
-// The letterbox fit (three placements with their kept quirks) and the keyed
-// overlay, which is also transition 17.
+// The letterbox fit (three placements with their kept quirks) and the keyed overlay, which is also transition 17.
 #include <gtest/gtest.h>
 
 #include "frame/kernel_path.h"
@@ -12,22 +11,19 @@ namespace {
 using zvtest::ImagePtr;
 using zvtest::sample;
 
-struct RoundCase {
-  int sw, sh, dw, dh;
-  // Samples (x, y) and the value each must hold: luma 16 fill, 200 picture, 9 untouched; U 128, 60, 9.
-  std::vector<std::tuple<int, int, int>> luma, chroma;
-};
+// Samples (x, y) and the value each must hold: luma 16 fill, 200 picture, 9 untouched; U 128, 60, 9.
+struct RoundCase { int sw, sh, dw, dh; std::vector<std::tuple<int, int, int>> luma, chroma; };
 
 TEST(RoundTest, PlacesThePictureWithItsQuirks) {
   const RoundCase cases[] = {
-      // Pillarbox, fitted 600 x 480: 60 fill columns left; the column right of the picture (660) keeps its
-      // content; 661..719 are filled.
+      // Pillarbox, fitted 600 x 480: 60 fill columns left; the column right of the picture (660) keeps its content;
+      // 661..719 are filled.
       {720, 576, 720, 480,
        {{0, 0, 16}, {59, 0, 16}, {60, 0, 200}, {659, 479, 200}, {660, 0, 9}, {660, 479, 9}, {661, 0, 16},
         {719, 479, 16}},
        {{29, 0, 128}, {30, 0, 60}, {329, 239, 60}, {330, 5, 9}, {331, 5, 128}, {359, 239, 128}}},
-      // Letterbox, fitted 720 x 400: 88 fill rows, 398 picture rows, one fill row at 486, the rest of the
-      // bottom margin untouched.
+      // Letterbox, fitted 720 x 400: 88 fill rows, 398 picture rows, one fill row at 486, the rest of the bottom margin
+      // untouched.
       {720, 400, 720, 576,
        {{0, 87, 16}, {0, 88, 200}, {719, 485, 200}, {0, 486, 16}, {719, 486, 16}, {0, 487, 9}, {719, 575, 9}},
        {{0, 43, 128}, {0, 44, 60}, {0, 242, 60}, {0, 243, 128}, {0, 244, 9}}},
@@ -36,8 +32,8 @@ TEST(RoundTest, PlacesThePictureWithItsQuirks) {
        {{0, 0, 16}, {199, 168, 16}, {200, 168, 200}, {519, 405, 200}, {520, 405, 16}, {200, 406, 16},
         {719, 575, 16}},
        {{99, 84, 128}, {100, 84, 60}, {259, 202, 60}, {100, 203, 128}}},
-      // Pillarbox on an odd frame, 7 x 5 into 9 x 3 (and its 4 x 1 chroma): fitted 4 x 3, left 2: columns
-      // 0-1 fill, 2-5 picture, 6 kept, 7-8 fill; the last row's spill is dropped.
+      // Pillarbox on an odd frame, 7 x 5 into 9 x 3 (and its 4 x 1 chroma): fitted 4 x 3, left 2: columns 0-1 fill, 2-5
+      // picture, 6 kept, 7-8 fill; the last row's spill is dropped.
       {7, 5, 9, 3,
        {{6, 0, 9}, {6, 1, 9}, {6, 2, 9}, {1, 0, 16}, {1, 1, 16}, {1, 2, 16}, {8, 0, 16}, {8, 1, 16}, {8, 2, 16}},
        {}},
@@ -47,8 +43,8 @@ TEST(RoundTest, PlacesThePictureWithItsQuirks) {
     for (void* params : {static_cast<void*>(&unused), static_cast<void*>(nullptr)}) {
       ImagePtr src = zvtest::solid_frame(c.sw, c.sh, 200, 60, 60), dst = zvtest::solid_frame(c.dw, c.dh, 9, 9, 9);
       EXPECT_EQ(zvTranRound(dst.get(), src.get(), nullptr, params), 1);
-      for (auto [x, y, v] : c.luma) EXPECT_EQ(sample(*dst, 0, x, y), v) << c.sw << "x" << c.sh << " Y " << x << "," << y;
-      for (auto [x, y, v] : c.chroma) EXPECT_EQ(sample(*dst, 1, x, y), v) << c.sw << "x" << c.sh << " U " << x << "," << y;
+      for (auto [x, y, v] : c.luma) EXPECT_EQ(sample(*dst, 0, x, y), v) << c.sw << " Y " << x << "," << y;
+      for (auto [x, y, v] : c.chroma) EXPECT_EQ(sample(*dst, 1, x, y), v) << c.sw << " U " << x << "," << y;
     }
   }
   // All null, or a missing frame: 1, and nothing drawn.
@@ -72,10 +68,7 @@ TEST(OverlapTest, KeyedCountDecidesTheChroma) {
   ImagePtr a = zvtest::solid_frame(4, 2, 100, 50, 60), b = zvtest::solid_frame(4, 2, 200, 150, 160);
   ImagePtr out = zvtest::solid_frame(4, 2, 9, 9, 9);
   // Block 0: two samples of luma 0..5 (key 0); block 1: one.
-  b->get_Y()[0] = 5;
-  b->get_Y()[5] = 0;
-  b->get_Y()[2] = 6;
-  b->get_Y()[7] = 3;
+  for (auto [i, luma] : {std::pair{0, 5}, {5, 0}, {2, 6}, {7, 3}}) b->get_Y()[i] = static_cast<uint8_t>(luma);
   TransitionParams p = overlap_params(0.4);
   EXPECT_EQ(zvTransparentOverlap(out.get(), a.get(), b.get(), &p), 1);
   // 40 %: (200 * 40 + 100 * 60) / 100 = 140; luma 6: (6 * 40 + 6000) / 100 = 62.
@@ -85,8 +78,7 @@ TEST(OverlapTest, KeyedCountDecidesTheChroma) {
   EXPECT_EQ(out->frame_flags(), 0);
 }
 
-// The key luma from param1's colour or param3's direct key; keyed from key - 5 to key + 5, at 100 % b
-// otherwise.
+// The key luma from param1's colour or param3's direct key; keyed from key - 5 to key + 5, at 100 % b otherwise.
 TEST(OverlapTest, KeyLuma) {
   const int cases[][3] = {{0, 0, 0}, {0x00FFFFFF, 0, 0}, {static_cast<int>(0xFF00FF00u), 0, 144},
                           {0x01000000, 0, 16}, {static_cast<int>(0xFF00FF00u), 0x12503456, 0x50}};
@@ -139,8 +131,7 @@ TEST(OverlapTest, WorksFromTheTopLeftOnTheCommonAreaAndIsTransitionSeventeen) {
   EXPECT_TRUE(zv::transition_is_implemented(17));
 }
 
-// The fast path against the reference with a key in the middle of b's luma range, so blocks have every
-// keyed count.
+// The fast path against the reference with a key in the middle of b's luma range, so blocks have every keyed count.
 TEST(OverlapTest, FastPathMatchesTheReferenceOnEveryKeyedCount) {
   for (int w : {1, 2, 7, 33}) {
     for (int h : {1, 5, 18}) {

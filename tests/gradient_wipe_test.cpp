@@ -1,5 +1,5 @@
-// Gradient Wipe: exact plain parts, dithered band statistics, the styles that
-// take their variant from the progress value.
+// Gradient Wipe: exact plain parts, dithered band statistics, the styles that take their variant from the progress
+// value.
 #include <gtest/gtest.h>
 
 #include "tests/test_support.h"

@@ -1,5 +1,5 @@
-// Image resize: placement, border fill, line skipping and the three kernels; every method and
-// interpolation on exactly sized frames (the sanitizer build catches any access outside them).
+// Image resize: placement, border fill, line skipping and the three kernels; every method and interpolation on exactly
+// sized frames (the sanitizer build catches any access outside them).
 #include <gtest/gtest.h>
 
 #include <random>
@@ -79,8 +79,8 @@ TEST(ImageResizeTest, KernelsOnKnownRows) {
       // Bilinear interpolates all but the last row and column.
       {IMAGE_INTERPOLATION_BILINEAR, {{10, 20, 30, 40}, {50, 60, 70, 81}}, 8, 2,
        {{10, 15, 20, 25, 30, 35, 40, 40}, {50, 50, 60, 60, 70, 70, 81, 81}}},
-      // Vertically, fractions truncated: row 1 at fraction 2048 is 127, but its last column is not
-      // interpolated; row 2 reads past the last row, whose edge stands in.
+      // Vertically, fractions truncated: row 1 at fraction 2048 is 127, but its last column is not interpolated; row 2
+      // reads past the last row, whose edge stands in.
       {IMAGE_INTERPOLATION_BILINEAR, {{0, 0}, {255, 255}}, 2, 4, {{0, 0}, {127, 0}, {255, 255}, {255, 255}}},
       // Tall sources are read every second row: without skipping the last row would be source row 3.
       {IMAGE_INTERPOLATION_NEAREST, {{0, 1}, {10, 1}, {20, 1}, {30, 1}}, 2, 2, {{0, 1}, {20, 1}}},
@@ -117,16 +117,16 @@ TEST(ImageResizeTest, TilesStartAtTheTopLeftAndAreCut) {
   EXPECT_TRUE(zvtest::samples_are(*dst, 0, [&](int x, int y) { return sample(*src, 0, x % 3, y % 2); }));
 }
 
-// The target rectangle of each fitting method, seen through the border fill: (method, source and
-// destination sizes, destination and source aspect numbers, the centred target's left and top offsets).
+// The target rectangle of each fitting method, seen through the border fill: (method, source and destination sizes,
+// destination and source aspect numbers, the centred target's left and top offsets).
 TEST(ImageResizeTest, FittingPlacesTheTargetCentred) {
   const int cases[][11] = {
       // 16:9 of 720 x 576 is 1024 x 576; in 512 x 576 that is 288 rows high.
       {1, 720, 576, 512, 576, -1, -1, -1, -1, 0, 144},
       // 4:3 of 720 x 400 is 720 x 540: 324 rows high in 480 x 360... exactly 480 x 360.
       {2, 720, 400, 480, 360, -1, -1, -1, -1, 0, 0},
-      // 4:3 destination, 16:9 source: dw 5, dh 3, 432 rows of 576; the same with zero numbers: the
-      // pictures' own sizes, so nothing to fit.
+      // 4:3 destination, 16:9 source: dw 5, dh 3, 432 rows of 576; the same with zero numbers: the pictures' own sizes,
+      // so nothing to fit.
       {0, 720, 576, 720, 576, 4, 3, 16, 9, 0, 72}, {0, 720, 576, 720, 576, 0, 3, 16, 0, 0, 0},
       // A narrow source: pillarbox; odd difference keeps the edges symmetric.
       {0, 10, 20, 21, 20, -1, -1, -1, -1, 5, 0}, {3, 10, 20, 21, 20, -1, -1, -1, -1, 0, 0},
@@ -173,8 +173,8 @@ TEST(CubicKernelTest, WeightsAreExactAtTheEndPointsAndSumToOne) {
   }
 }
 
-// Both paths of the cubic kernel (normal steps, and reduction or enlargement by two or more) on 24-bit
-// bitmaps: constants stay constant and the corners land on the source's corners.
+// Both paths of the cubic kernel (normal steps, and reduction or enlargement by two or more) on 24-bit bitmaps:
+// constants stay constant and the corners land on the source's corners.
 TEST(CubicResizeTest, ConstantStaysAndCornersAreExact) {
   for (auto [sw, tw] : {std::pair{5, 7}, {7, 5}, {4, 16}, {16, 4}, {9, 17}, {3, 1}, {1, 3}}) {
     const int sh = sw, th = tw;
@@ -217,8 +217,8 @@ TEST(DibResizeTest, UnknownInterpolationOrBadRectangleWritesNothing) {
     tagImgParam to = good;
     EXPECT_EQ(DIB_Resize(&from, &to, static_cast<IMAGE_INTERPOLATION>(interpolation)), 0);
   }
-  for (tagImgParam to : {tagImgParam{target.data(), 3, 2, 12, 1, 0, 3, 2}, tagImgParam{target.data(), 3, 2, 8, 0, 0, 3, 2},
-                         tagImgParam{nullptr, 3, 2, 12, 0, 0, 3, 2}, tagImgParam{target.data(), 3, 2, 12, 0, 0, 0, 2}}) {
+  for (tagImgParam to : {tagImgParam{target.data(), 3, 2, 12, 1, 0, 3, 2}, {target.data(), 3, 2, 8, 0, 0, 3, 2},
+                         {nullptr, 3, 2, 12, 0, 0, 3, 2}, {target.data(), 3, 2, 12, 0, 0, 0, 2}}) {
     EXPECT_EQ(DIB_Resize(&from, &to, IMAGE_INTERPOLATION_BILINEAR), 0);
   }
   EXPECT_EQ(target, std::vector<uint8_t>(target.size(), 99));

@@ -1,5 +1,4 @@
-// Mosaic Based Wipe: grid parameters, block sizes and the reveal order of
-// every style, checked sample by sample.
+// Mosaic Based Wipe: grid parameters, block sizes and the reveal order of every style, checked sample by sample.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -28,8 +27,8 @@ TEST(Mosaic, GridCountsAreDefaultedLimitedAndAdjusted) {
   EXPECT_EQ(zv::mosaic_grid(10, 10, 730, 576).block_width, 74);  // 73 made even
 }
 
-// Runs Mosaic on solid frames (a: 10, b: 200 in every plane): every sample of every plane is b exactly where
-// the map of bw x bh blocks says so.
+// Runs Mosaic on solid frames (a: 10, b: 200 in every plane): every sample of every plane is b exactly where the map of
+// bw x bh blocks says so.
 void expect_blocks(int w, int h, int style, double p, int columns, double rows, int bw, int bh, const Map& map) {
   ImagePtr a = solid_frame(w, h, 10, 10, 10), b = solid_frame(w, h, 200, 200, 200), out = solid_frame(w, h, 0, 0, 0);
   ASSERT_EQ(zvtest::run_transition(15, out.get(), a.get(), b.get(), style, p, columns, rows), 0);
@@ -84,8 +83,8 @@ TEST(Mosaic, StripBeyondTheGridStaysA) {
 }
 
 TEST(Mosaic, CopyOfAIsOneRunWhenOutIsAsWideAsA) {
-  // out and a 40 x 30, b 30 x 20: the region starts at column 5, row 5, and a is copied as 20 rows' worth
-  // of bytes from there, beside the region too.
+  // out and a 40 x 30, b 30 x 20: the region starts at column 5, row 5, and a is copied as 20 rows' worth of bytes from
+  // there, beside the region too.
   ImagePtr a = zvtest::random_frame(40, 30, 1), b = zvtest::random_frame(30, 20, 2), out = solid_frame(40, 30, 0, 0, 0);
   zvtest::run_transition(15, out.get(), a.get(), b.get(), 9, 0.5);
   const auto y = zvtest::plane_bytes(*out, 0), ya = zvtest::plane_bytes(*a, 0);

@@ -1,5 +1,4 @@
-// Picture in picture: where the inset lands for each style, the argument check
-// and the static picture.
+// Picture in picture: where the inset lands for each style, the argument check and the static picture.
 #include <gtest/gtest.h>
 
 #include "blends/picture_in_picture.h"
@@ -13,8 +12,8 @@ using zvtest::ImagePtr;
 constexpr int kPos = 65536;  // y is the high half of param1, height of param2
 const uint8_t kA[3] = {10, 20, 30}, kB[3] = {200, 210, 220};
 
-// Draws solid b over solid a with the two parameters; every sample shows b's colour inside the inset
-// (x, y, w, h, halved for chroma) and a's elsewhere.
+// Draws solid b over solid a with the two parameters; every sample shows b's colour inside the inset (x, y, w, h,
+// halved for chroma) and a's elsewhere.
 void expect_inset(int style, int param1, double param2, int width, int height, int x, int y, int w, int h,
                   TransitionParams* block = nullptr) {
   ImagePtr a = zvtest::solid_frame(width, height, kA[0], kA[1], kA[2]);
@@ -44,8 +43,8 @@ TEST(PictureInPicture, PastesResampledBAtTheRectangle) {
       {0, 100 + 90 * kPos, 100 + 90 * kPos, 128, 96, 100, 90, 28, 6},
       {1, 50 + 50 * kPos, 50 + 50 * kPos, 720, 576, 360, 288, 360, 288},
       {1, 80, 50 + 10 * kPos, 720, 576, 576, 0, 144, 58},
-      // 50 % of 577: the horizontal value truncates 288.99999 in extended precision; the vertical one
-      // rounds 288.49999 to the float 288.5 first.
+      // 50 % of 577: the horizontal value truncates 288.99999 in extended precision; the vertical one rounds 288.49999
+      // to the float 288.5 first.
       {1, 50 + 50 * kPos, 10 + 10 * kPos, 577, 577, 288, 289, 58, 58},
       {1, 300 + 250 * kPos, 10 + 10 * kPos, 100, 60, 100, 60, 0, 0},
       // Other styles take pixels without limits; what passes the frame's edge is cut.

@@ -1,6 +1,5 @@
-// Every SIMD row against its C row: random samples and weights, widths 0 to
-// 67, inputs and output starting off alignment, and guard bytes on both sides
-// of the output that must keep their value.
+// Every SIMD row against its C row: random samples and weights, widths 0 to 67, inputs and output starting off
+// alignment, and guard bytes on both sides of the output that must keep their value.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -14,8 +13,7 @@ namespace {
 constexpr int kGuard = 32;
 constexpr uint8_t kGuardByte = 0xA5;
 
-// Runs one row of `width` samples at output misalignment `shift` and returns
-// the output with its guards.
+// Runs one row of `width` samples at output misalignment `shift` and returns the output with its guards.
 using RowCall = std::function<void(const zv::RowKernels&, uint8_t* out, int width)>;
 
 std::vector<uint8_t> run_row(const zv::RowKernels& rows, const RowCall& call, int width, int shift) {
@@ -44,8 +42,8 @@ Inputs random_inputs(std::mt19937& gen, int width) {
   return in;
 }
 
-// Each row with its inputs read `skew` samples into the buffers, so that
-// they start off alignment independently of the output.
+// Each row with its inputs read `skew` samples into the buffers, so that they start off alignment independently of the
+// output.
 std::vector<std::pair<const char*, RowCall>> row_calls(const Inputs& in, int skew) {
   const uint8_t* a = in.a.data() + skew;
   const uint8_t* b = in.b.data() + (skew + 1) % 8;

@@ -1,7 +1,6 @@
-// The image-space effects (Obscure, Swap, Swing, Gauze, Edge Feather, Wind,
-// Lens) and the software 3D effects (3D Roll, 3D Page Turn, 3D Center Peel,
-// 3D Peel Back, 3D Curtain): the exact samples of their geometry on 720 x 576
-// frames (360 x 288 chroma), and what all twelve promise together.
+// The image-space effects (Obscure, Swap, Swing, Gauze, Edge Feather, Wind, Lens) and the software 3D effects (3D Roll,
+// 3D Page Turn, 3D Center Peel, 3D Peel Back, 3D Curtain): the exact samples of their geometry on 720 x 576 frames (360
+// x 288 chroma), and what all twelve promise together.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -35,8 +34,8 @@ Frames run(int id, int style, double position, int param1 = 0, bool solid = fals
   return f;
 }
 
-// One expected sample: plane and output position; the source ('a', 'b', or 'v' for the literal value sx) and
-// its position; the luma shading weight; whether it is the back of a page.
+// One expected sample: plane and output position; the source ('a', 'b', or 'v' for the literal value sx) and its
+// position; the luma shading weight; whether it is the back of a page.
 struct Expect { int plane, x, y; char source; int sx, sy, shade = 256; bool back = false; };
 struct Case { std::string name; int id, style; double position; int param1; bool solid; std::vector<Expect> expects; };
 
@@ -87,8 +86,8 @@ const std::vector<Case> kCases = {
     {"Lens", kLens, 0, 0.5, 0, false,
      {{0, 359, 287, 'b', 359, 287}, {0, 560, 288, 'b', 547, 288}, {0, 360, 100, 'b', 360, 117},
       {0, 600, 288, 'a', 600, 288}}},
-    // 3D Roll, "Roll Out to Right", pct 20. p = 0.5: d = 144, the roll over columns 288..431 (chroma: d = 72
-    // over 144..215).
+    // 3D Roll, "Roll Out to Right", pct 20. p = 0.5: d = 144, the roll over columns 288..431 (chroma: d = 72 over
+    // 144..215).
     {"RollHalf", kRoll, 2, 0.5, 20, false,
      {{0, 0, 9, 'b', 0, 9}, {0, 287, 9, 'b', 287, 9}, {0, 432, 9, 'a', 432, 9}, {0, 719, 9, 'a', 719, 9},
       {0, 288, 9, 'a', 214, 9, 154}, {0, 360, 9, 'a', 319, 9, 255}, {0, 431, 9, 'a', 423, 9, 154},
@@ -211,8 +210,8 @@ TEST(Wind, RowPairsTravelByTheirOwnDelays) {
   }
 }
 
-// Nothing is kept between calls and the generator is seeded per plane: the same call gives the same picture
-// on any thread, also when two run at once. A NaN progress shows `a`, whatever the style.
+// Nothing is kept between calls and the generator is seeded per plane: the same call gives the same picture on any
+// thread, also when two run at once. A NaN progress shows `a`, whatever the style.
 TEST(SoftwareEffects, IdenticalCallsOnTwoThreadsGiveIdenticalPictures) {
   ImagePtr a = zvtest::random_frame(96, 64, 1), b = zvtest::random_frame(96, 64, 2);
   for (int id : {kRoll, kPageTurn, kCenterPeel, kPeelBack, kObscure, kSwap, kCurtain, kSwing, kGauze, kEdgeFeather,

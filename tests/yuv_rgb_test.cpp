@@ -1,5 +1,4 @@
-// RGB24 <-> 4:2:0: exact values at the range ends, the even-part rule, padded
-// bottom-up rows, and the round trip error.
+// RGB24 <-> 4:2:0: exact values at the range ends, the even-part rule, padded bottom-up rows, and the round trip error.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -93,8 +92,8 @@ TEST(YuvRgbTest, TopDownAndTinyBitmapsAreLeftAlone) {
   }
 }
 
-// A picture of one random colour per 2 x 2 block (so chroma is exact) comes back within a few levels: the
-// studio range quantisation and the truncating shifts, no more.
+// A picture of one random colour per 2 x 2 block (so chroma is exact) comes back within a few levels: the studio range
+// quantisation and the truncating shifts, no more.
 TEST(YuvRgbTest, RoundTripOfASmoothPictureStaysClose) {
   const int w = 64, h = 48;
   const BITMAPINFOHEADER hd = zv::rgb24_header(w, h);

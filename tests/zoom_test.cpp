@@ -50,8 +50,8 @@ TEST(Zoom, InAndOutShrinksAToALineOnBlackThenGrowsB) {
 }
 
 TEST(Zoom, RectangleZoomOutIsCentredOverTheBackgroundRegion) {
-  // out is larger than a: only a's centred area of `out` takes the background; b at 12 x 8, pasted at
-  // ((24 - 12) / 2, (16 - 8) / 2).
+  // out is larger than a: only a's centred area of `out` takes the background; b at 12 x 8, pasted at ((24 - 12) / 2,
+  // (16 - 8) / 2).
   ImagePtr a = zvtest::solid_frame(20, 12, 40, 50, 60), b = zvtest::solid_frame(16, 10, 140, 150, 160);
   ImagePtr out = zvtest::solid_frame(24, 16, 1, 2, 3);
   run_transition(kZoom, out.get(), a.get(), b.get(), 4, 0.5);
@@ -65,16 +65,12 @@ TEST(Zoom, RectangleZoomOutIsCentredOverTheBackgroundRegion) {
 }
 
 TEST(UserDefinedZoom, BGrowsFromThePoint) {
-  struct Case {
-    int param1;
-    double param2;
-    int left, top;  // where an 8 x 4 `b` lands at p = 0.5
-  };
+  struct Case { int param1; double param2; int left, top; };  // where an 8 x 4 `b` lands at p = 0.5
   const Case cases[] = {{0, 0.0, 0, 0},      // top-left corner
                         {-5, -3.0, 0, 0},    // below 1 becomes 0
                         {100, 100.0, 8, 4},  // bottom-right corner
-                        // X: 100 and above become 100; Y: 1e12 does not fit 32 bits, truncates to INT32_MIN
-                        // and so becomes 0.
+                        // X: 100 and above become 100; Y: 1e12 does not fit 32 bits, truncates to INT32_MIN and so
+                        // becomes 0.
                         {250, 1e12, 8, 0},
                         {50, 50.0, 4, 2}};  // the centre
   for (const Case& c : cases) {
@@ -97,8 +93,8 @@ TEST(UserDefinedZoom, ZoomInShrinksAIntoThePointAndTakesBsFlags) {
 }
 
 TEST(ZoomBox, TwoByTwoTilesDriftFromTheirCellCentres) {
-  // 0 boxes become 2. Cells of 8 x 4 centred at x 4, 12 and y 2, 6; b at 8 x 4 cut into 4 x 2 tiles, each
-  // at its cell's origin: columns 2..5 and 10..13, rows 1..2 and 5..6.
+  // 0 boxes become 2. Cells of 8 x 4 centred at x 4, 12 and y 2, 6; b at 8 x 4 cut into 4 x 2 tiles, each at its cell's
+  // origin: columns 2..5 and 10..13, rows 1..2 and 5..6.
   Frames f;
   f.run(kZoomBox, 0, 0.5);
   EXPECT_TRUE(samples_are(*f.out, 0, [](int col, int row) {
