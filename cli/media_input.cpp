@@ -5,8 +5,6 @@
 #include <system_error>
 
 #include "cli/av_support.h"
-#include "cli/patterns.h"
-#include "cli/y4m_io.h"
 
 namespace zvcli {
 namespace {
@@ -95,12 +93,6 @@ class MediaFile : public FrameSource {
 
 }  // namespace
 
-std::unique_ptr<FrameSource> open_source(const std::string& name) {
-  const std::string prefix = kPatternPrefix;
-  if (name.compare(0, prefix.size(), prefix) == 0) return open_pattern(name.substr(prefix.size()));
-  quiet_av_log();
-  if (std::unique_ptr<FrameSource> y4m = open_y4m(name)) return y4m;
-  return std::make_unique<MediaFile>(name);
-}
+std::unique_ptr<FrameSource> open_media_file(const std::string& path) { return std::make_unique<MediaFile>(path); }
 
 }  // namespace zvcli

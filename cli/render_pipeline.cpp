@@ -1,8 +1,10 @@
 // The render loop as a pipeline: A and B are read on threads of their own,
 // the transition runs for several frames at once on `threads` workers, and
-// the calling thread writes the frames in order. Frames come from fixed pools
-// and go back to them once written, so nothing is allocated per frame and at
-// most a few frames are in flight.
+// the calling thread writes the frames in order. Pictures of A and B are lent
+// by their source where it holds them in memory (a mapped Y4M file), and read
+// into frames otherwise; either way they sit in fixed pools of slots and go
+// back once written, so nothing is allocated per frame and at most a few
+// frames are in flight.
 #include <algorithm>
 #include <condition_variable>
 #include <cstring>
@@ -10,6 +12,8 @@
 #include <exception>
 #include <map>
 #include <mutex>
+#include <optional>
+#include <sys/mman.h>
 #include <thread>
 
 #include "blends/random.h"
@@ -28,6 +32,35 @@ uint32_t random_state_for(int transition_index) {
   return 1u + static_cast<uint32_t>(transition_index) * 2654435761u;
 }
 
+// A frame in memory mapped for it alone, zeroed by the system, in huge pages
+// where the system allows: a handful of page faults for a 1080p frame rather
+// than hundreds, which matters when a render lasts a fraction of a second.
+class FreshFrame {
+ public:
+  FreshFrame(int width, int height) {
+    const size_t luma = static_cast<size_t>(width) * height;
+    bytes_ = (luma * 3 / 2 + kHugePage - 1) / kHugePage * kHugePage;
+    memory_ = mmap(nullptr, bytes_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (memory_ == MAP_FAILED) throw std::bad_alloc();
+    madvise(memory_, bytes_, MADV_HUGEPAGE);  // only advice
+    uint8_t* planes = static_cast<uint8_t*>(memory_);
+    image_.emplace(width, height, planes, planes + luma, planes + luma * 5 / 4);
+  }
+  ~FreshFrame() {
+    image_.reset();
+    munmap(memory_, bytes_);
+  }
+  FreshFrame(const FreshFrame&) = delete;
+  FreshFrame& operator=(const FreshFrame&) = delete;
+  Image& image() { return *image_; }
+
+ private:
+  static constexpr size_t kHugePage = 2 << 20;
+  void* memory_ = nullptr;
+  size_t bytes_ = 0;
+  std::optional<Image> image_;
+};
+
 class Pipeline {
  public:
   Pipeline(const RenderPlan& plan, FrameSource& a, FrameSource& b, const std::vector<FrameSink*>& sinks,
@@ -40,7 +73,10 @@ class Pipeline {
     const int spare = std::min(workers_, 8) + 2;
     fill_pool(pool_a_, spare);
     fill_pool(pool_b_, spare);
-    fill_pool(pool_out_, spare - 1);
+    for (int k = 0; k < spare - 1; ++k) {
+      outputs_.push_back(std::make_unique<FreshFrame>(plan_.size.width, plan_.size.height));
+      pool_out_.push_back(&outputs_.back()->image());
+    }
   }
 
   void run() {
@@ -59,15 +95,24 @@ class Pipeline {
   }
 
  private:
+  // A picture of A or B: lent by its source (no copy), or read into a frame
+  // of the slot's own, made when first needed.
+  struct Slot {
+    Image* image = nullptr;
+    const uint8_t* lent = nullptr;
+    std::optional<Image> view;
+    std::unique_ptr<FreshFrame> own;
+  };
   struct Done {
     const Image* shown = nullptr;
-    Image *a = nullptr, *b = nullptr, *out = nullptr;
+    Slot *a = nullptr, *b = nullptr;
+    Image* out = nullptr;
   };
 
-  void fill_pool(std::vector<Image*>& pool, int count) {
+  void fill_pool(std::vector<Slot*>& pool, int count) {
     for (int k = 0; k < count; ++k) {
-      frames_.push_back(std::make_unique<Image>(plan_.size.width, plan_.size.height));
-      pool.push_back(frames_.back().get());
+      slots_.push_back(std::make_unique<Slot>());
+      pool.push_back(slots_.back().get());
     }
   }
 
@@ -85,22 +130,35 @@ class Pipeline {
   }
 
   // Frames first..last-1 of one clip, in order; `start` is where in the clip
-  // the transition begins.
-  void read(FrameSource& source, std::vector<Image*>& pool, std::deque<Image*>& ready, int first, int last,
+  // the transition begins. Every call of the source is made here, on one thread.
+  void read(FrameSource& source, std::vector<Slot*>& pool, std::deque<Slot*>& ready, int first, int last,
             double start) {
+    const int w = plan_.size.width, h = plan_.size.height;
+    const size_t luma = static_cast<size_t>(w) * h;
     for (int j = first; j < last; ++j) {
-      Image* frame;
+      Slot* slot;
       {
         std::unique_lock<std::mutex> lock(mutex_);
         changed_.wait(lock, [&] { return stop_ || !pool.empty(); });
         if (stop_) return;
-        frame = pool.back();
+        slot = pool.back();
         pool.pop_back();
       }
-      source.frame_at(start + (j - plan_.lead_frames) / plan_.fps, *frame);
+      if (slot->lent) source.hand_back(slot->lent);
+      slot->view.reset();
+      const double seconds = start + (j - plan_.lead_frames) / plan_.fps;
+      slot->lent = source.lend_at(seconds, plan_.size);
+      if (slot->lent) {
+        uint8_t* planes = const_cast<uint8_t*>(slot->lent);  // only ever read
+        slot->image = &slot->view.emplace(w, h, planes, planes + luma, planes + luma * 5 / 4);
+      } else {
+        if (!slot->own) slot->own = std::make_unique<FreshFrame>(w, h);
+        source.frame_at(seconds, slot->own->image());
+        slot->image = &slot->own->image();
+      }
       {
         std::lock_guard<std::mutex> lock(mutex_);
-        ready.push_back(frame);
+        ready.push_back(slot);
       }
       changed_.notify_all();
     }
@@ -133,10 +191,10 @@ class Pipeline {
         if (done.a && done.b) done.out = pool_out_.back(), pool_out_.pop_back();
       }
       if (done.out) {
-        draw(j - plan_.lead_frames, *done.out, *done.a, *done.b);
+        draw(j - plan_.lead_frames, *done.out, *done.a->image, *done.b->image);
         done.shown = done.out;
       } else {
-        done.shown = done.a ? done.a : done.b;
+        done.shown = done.a ? done.a->image : done.b->image;
       }
       {
         std::lock_guard<std::mutex> lock(mutex_);
@@ -194,11 +252,13 @@ class Pipeline {
   const std::function<void(int)>& progress_;
   const int n_, total_, workers_;
 
-  std::vector<std::unique_ptr<Image>> frames_;
+  std::vector<std::unique_ptr<Slot>> slots_;
+  std::vector<std::unique_ptr<FreshFrame>> outputs_;
   std::mutex mutex_;
   std::condition_variable changed_;
-  std::vector<Image*> pool_a_, pool_b_, pool_out_;
-  std::deque<Image*> ready_a_, ready_b_;
+  std::vector<Slot*> pool_a_, pool_b_;
+  std::vector<Image*> pool_out_;
+  std::deque<Slot*> ready_a_, ready_b_;
   std::map<int, Done> finished_;
   int next_job_ = 0;
   bool stop_ = false;
