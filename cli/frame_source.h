@@ -16,12 +16,6 @@ class FrameSource {
   // Fills `out` (any size; the picture is scaled to it) with what shows at
   // `seconds` from the start; past the end the last picture holds.
   virtual void frame_at(double seconds, Image& out) = 0;
-  // Instead of a copy: the packed 4:2:0 planes (Y, then U, then V) of the
-  // picture at `seconds` where the source holds it at `size` in memory of its
-  // own (a read-only mapping of a file), valid until handed back; null when
-  // it cannot, and frame_at is used. Pictures are lent in rising time.
-  virtual const uint8_t* lend_at(double /*seconds*/, Size /*size*/) { return nullptr; }
-  virtual void hand_back(const uint8_t* /*planes*/) {}
 };
 
 }  // namespace zvcli

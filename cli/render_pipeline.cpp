@@ -1,10 +1,8 @@
 // The render loop as a pipeline: A and B are read on threads of their own,
 // the transition runs for several frames at once on `threads` workers, and
-// the calling thread writes the frames in order. Pictures of A and B are lent
-// by their source where it holds them in memory (a mapped Y4M file), and read
-// into frames otherwise; either way they sit in fixed pools of slots and go
-// back once written, so nothing is allocated per frame and at most a few
-// frames are in flight.
+// the calling thread writes the frames in order. Frames come from fixed pools
+// and go back to them once written, so nothing is allocated per frame and at
+// most a few frames are in flight.
 #include <algorithm>
 #include <condition_variable>
 #include <cstring>
@@ -73,10 +71,7 @@ class Pipeline {
     const int spare = std::min(workers_, 8) + 2;
     fill_pool(pool_a_, spare);
     fill_pool(pool_b_, spare);
-    for (int k = 0; k < spare - 1; ++k) {
-      outputs_.push_back(std::make_unique<FreshFrame>(plan_.size.width, plan_.size.height));
-      pool_out_.push_back(&outputs_.back()->image());
-    }
+    fill_pool(pool_out_, spare - 1);
   }
 
   void run() {
@@ -95,24 +90,15 @@ class Pipeline {
   }
 
  private:
-  // A picture of A or B: lent by its source (no copy), or read into a frame
-  // of the slot's own, made when first needed.
-  struct Slot {
-    Image* image = nullptr;
-    const uint8_t* lent = nullptr;
-    std::optional<Image> view;
-    std::unique_ptr<FreshFrame> own;
-  };
   struct Done {
     const Image* shown = nullptr;
-    Slot *a = nullptr, *b = nullptr;
-    Image* out = nullptr;
+    Image *a = nullptr, *b = nullptr, *out = nullptr;
   };
 
-  void fill_pool(std::vector<Slot*>& pool, int count) {
+  void fill_pool(std::vector<Image*>& pool, int count) {
     for (int k = 0; k < count; ++k) {
-      slots_.push_back(std::make_unique<Slot>());
-      pool.push_back(slots_.back().get());
+      frames_.push_back(std::make_unique<FreshFrame>(plan_.size.width, plan_.size.height));
+      pool.push_back(&frames_.back()->image());
     }
   }
 
@@ -130,35 +116,22 @@ class Pipeline {
   }
 
   // Frames first..last-1 of one clip, in order; `start` is where in the clip
-  // the transition begins. Every call of the source is made here, on one thread.
-  void read(FrameSource& source, std::vector<Slot*>& pool, std::deque<Slot*>& ready, int first, int last,
+  // the transition begins.
+  void read(FrameSource& source, std::vector<Image*>& pool, std::deque<Image*>& ready, int first, int last,
             double start) {
-    const int w = plan_.size.width, h = plan_.size.height;
-    const size_t luma = static_cast<size_t>(w) * h;
     for (int j = first; j < last; ++j) {
-      Slot* slot;
+      Image* frame;
       {
         std::unique_lock<std::mutex> lock(mutex_);
         changed_.wait(lock, [&] { return stop_ || !pool.empty(); });
         if (stop_) return;
-        slot = pool.back();
+        frame = pool.back();
         pool.pop_back();
       }
-      if (slot->lent) source.hand_back(slot->lent);
-      slot->view.reset();
-      const double seconds = start + (j - plan_.lead_frames) / plan_.fps;
-      slot->lent = source.lend_at(seconds, plan_.size);
-      if (slot->lent) {
-        uint8_t* planes = const_cast<uint8_t*>(slot->lent);  // only ever read
-        slot->image = &slot->view.emplace(w, h, planes, planes + luma, planes + luma * 5 / 4);
-      } else {
-        if (!slot->own) slot->own = std::make_unique<FreshFrame>(w, h);
-        source.frame_at(seconds, slot->own->image());
-        slot->image = &slot->own->image();
-      }
+      source.frame_at(start + (j - plan_.lead_frames) / plan_.fps, *frame);
       {
         std::lock_guard<std::mutex> lock(mutex_);
-        ready.push_back(slot);
+        ready.push_back(frame);
       }
       changed_.notify_all();
     }
@@ -191,10 +164,10 @@ class Pipeline {
         if (done.a && done.b) done.out = pool_out_.back(), pool_out_.pop_back();
       }
       if (done.out) {
-        draw(j - plan_.lead_frames, *done.out, *done.a->image, *done.b->image);
+        draw(j - plan_.lead_frames, *done.out, *done.a, *done.b);
         done.shown = done.out;
       } else {
-        done.shown = done.a ? done.a->image : done.b->image;
+        done.shown = done.a ? done.a : done.b;
       }
       {
         std::lock_guard<std::mutex> lock(mutex_);
@@ -252,13 +225,11 @@ class Pipeline {
   const std::function<void(int)>& progress_;
   const int n_, total_, workers_;
 
-  std::vector<std::unique_ptr<Slot>> slots_;
-  std::vector<std::unique_ptr<FreshFrame>> outputs_;
+  std::vector<std::unique_ptr<FreshFrame>> frames_;
   std::mutex mutex_;
   std::condition_variable changed_;
-  std::vector<Slot*> pool_a_, pool_b_;
-  std::vector<Image*> pool_out_;
-  std::deque<Slot*> ready_a_, ready_b_;
+  std::vector<Image*> pool_a_, pool_b_, pool_out_;
+  std::deque<Image*> ready_a_, ready_b_;
   std::map<int, Done> finished_;
   int next_job_ = 0;
   bool stop_ = false;

@@ -7,17 +7,12 @@
 #include <cstring>
 #include <cmath>
 #include <fcntl.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/uio.h>
 #include <unistd.h>
 
 #include "cli/atomic_output.h"
 #include "cli/media_module.h"
-
-#ifndef MADV_POPULATE_READ
-#define MADV_POPULATE_READ 22  // Linux 5.14 on; older kernels refuse it, and pages come in as read
-#endif
 
 namespace zvcli {
 namespace {
@@ -72,12 +67,12 @@ void advance(iovec*& vectors, int& count, size_t bytes) {
   }
 }
 
-// Reads until every vector is full; returns the bytes read, short only at the
-// end of the data.
-size_t read_vectors(int fd, iovec* vectors, int count, const std::string& name) {
+// Reads, or preads at `offset` unless it is negative, until every vector is
+// full; returns the bytes read, short only at the end of the data.
+size_t read_vectors(int fd, iovec* vectors, int count, off_t offset, const std::string& name) {
   size_t done = 0;
   while (count > 0) {
-    ssize_t got = readv(fd, vectors, count);
+    ssize_t got = offset >= 0 ? preadv(fd, vectors, count, offset + static_cast<off_t>(done)) : readv(fd, vectors, count);
     if (got < 0 && errno == EINTR) continue;
     if (got < 0) throw RunError(name + ": cannot read: " + std::strerror(errno));
     if (got == 0) break;
@@ -89,24 +84,6 @@ size_t read_vectors(int fd, iovec* vectors, int count, const std::string& name) 
 
 void copy_planes(const Image& from, Image& to) {
   for (int p = 0; p < 3; ++p) std::memcpy(to.planes_[p], from.planes_[p], from.plane_size(p));
-}
-
-// Packed planes starting at `planes`, seen as a frame (nothing is copied and
-// nothing written: the transitions only read their `a` and `b`).
-struct PlanesView {
-  Image image;
-  PlanesView(int width, int height, const uint8_t* planes)
-      : image(width, height, const_cast<uint8_t*>(planes), const_cast<uint8_t*>(planes) + luma_bytes(width, height),
-              const_cast<uint8_t*>(planes) + luma_bytes(width, height) * 5 / 4) {}
-  static size_t luma_bytes(int width, int height) { return static_cast<size_t>(width) * height; }
-};
-
-// The pages holding [from, from + bytes), rounded outwards.
-void advise_pages(const uint8_t* from, size_t bytes, int advice) {
-  static const uintptr_t page = static_cast<uintptr_t>(sysconf(_SC_PAGESIZE));
-  const uintptr_t start = reinterpret_cast<uintptr_t>(from) & ~(page - 1);
-  const uintptr_t end = (reinterpret_cast<uintptr_t>(from) + bytes + page - 1) & ~(page - 1);
-  madvise(reinterpret_cast<void*>(start), end - start, advice);  // only advice: a failure changes no result
 }
 
 class Y4mBase : public FrameSource {
@@ -131,55 +108,48 @@ class Y4mBase : public FrameSource {
   std::unique_ptr<PictureScaler> scaler_;
 };
 
-// A Y4M file, mapped whole and read-only: pictures are lent straight from the
-// mapping, and the pages of each are dropped from the process once it has been
-// handed back, so that only the pictures in flight take memory.
+// A Y4M file: each picture is read at its place with one system call, into
+// the caller's frame at the output's size, or into one kept for scaling.
+// Reading copies the picture once, from the system's cache; mapping the file
+// instead costs more where a hypervisor maps each guest page on first touch.
 class Y4mFile : public Y4mBase {
  public:
-  Y4mFile(std::string name, const Header& header, const uint8_t* map, size_t map_bytes, size_t header_bytes, long count)
-      : Y4mBase(std::move(name), header), map_(map), map_bytes_(map_bytes), header_bytes_(header_bytes), count_(count) {}
-  ~Y4mFile() override { munmap(const_cast<uint8_t*>(map_), map_bytes_); }
+  Y4mFile(std::string name, int fd, const Header& header, size_t header_bytes, long count)
+      : Y4mBase(std::move(name), header), fd_(fd), header_bytes_(header_bytes), count_(count) {}
+  ~Y4mFile() override { close(fd_); }
 
   double frame_rate() const override { return count_ == 1 ? 0 : static_cast<double>(header_.rate_num) / header_.rate_den; }
   double length() const override { return count_ > 1 ? count_ * frame_period_ : 0; }
 
-  const uint8_t* lend_at(double seconds, Size size) override {
-    if (size.width != header_.width || size.height != header_.height) return nullptr;
-    const uint8_t* planes = picture_at(seconds);
-    advise_pages(planes, frame_bytes(), MADV_POPULATE_READ);  // mapped here, not page by page in the transition
-    return planes;
-  }
-  // The pages shared with a neighbouring picture still in use come back on their
-  // next read, from the file: the mapping is never written.
-  void hand_back(const uint8_t* planes) override { advise_pages(planes, frame_bytes(), MADV_DONTNEED); }
-
   // Picture k shows from k frame periods on; past the end the last holds.
   void frame_at(double seconds, Image& out) override {
-    const uint8_t* planes = picture_at(seconds);
-    PlanesView view(header_.width, header_.height, planes);
-    if (same_size(out)) {
-      copy_planes(view.image, out);
-    } else {
-      scale(view.image, out);
-    }
-    hand_back(planes);
+    while (current_ + 1 < count_ && next_shows(current_, seconds)) ++current_;
+    if (same_size(out)) return read_at(current_, out);
+    if (!scratch_) scratch_ = std::make_unique<Image>(header_.width, header_.height);
+    read_at(current_, *scratch_);
+    scale(*scratch_, out);
   }
 
  private:
-  const uint8_t* picture_at(double seconds) {
-    while (current_ + 1 < count_ && next_shows(current_, seconds)) ++current_;
-    const uint8_t* line = map_ + header_bytes_ + static_cast<size_t>(current_) * (kFrameLineBytes + frame_bytes());
-    if (std::memcmp(line, kFrameLine, kFrameLineBytes) != 0) {
-      throw RunError(name_ + ": the Y4M file is damaged at picture " + std::to_string(current_ + 1));
+  // Picture k: its frame line and planes in one read.
+  void read_at(long k, Image& target) {
+    char line[kFrameLineBytes];
+    iovec vectors[4] = {{line, kFrameLineBytes},
+                        {target.get_Y(), target.plane_size(0)},
+                        {target.get_U(), target.plane_size(1)},
+                        {target.get_V(), target.plane_size(2)}};
+    const off_t offset = static_cast<off_t>(header_bytes_ + k * (kFrameLineBytes + frame_bytes()));
+    if (read_vectors(fd_, vectors, 4, offset, name_) != kFrameLineBytes + frame_bytes() ||
+        std::memcmp(line, kFrameLine, kFrameLineBytes) != 0) {
+      throw RunError(name_ + ": the Y4M file is damaged at picture " + std::to_string(k + 1));
     }
-    return line + kFrameLineBytes;
   }
 
-  const uint8_t* map_;
-  size_t map_bytes_;
+  int fd_;
   size_t header_bytes_;
   long count_;
   long current_ = 0;  // the picture on screen
+  std::unique_ptr<Image> scratch_;
 };
 
 // A Y4M stream on standard input, read into a frame kept for the run.
@@ -212,21 +182,21 @@ class Y4mStream : public Y4mBase {
   bool read_next(Image& target) {
     char line[kFrameLineBytes];
     iovec head = {line, kFrameLineBytes};
-    const size_t got = read_vectors(fd_, &head, 1, name_);
+    const size_t got = read_vectors(fd_, &head, 1, -1, name_);
     if (got == 0) return false;
     if (got < kFrameLineBytes || std::memcmp(line, "FRAME", 5) != 0 || (line[5] != '\n' && line[5] != ' ')) {
       throw RunError(name_ + ": the Y4M stream is damaged or ends in the middle of a frame");
     }
     for (char c = line[5]; c != '\n';) {
       iovec one = {&c, 1};
-      if (read_vectors(fd_, &one, 1, name_) != 1) {
+      if (read_vectors(fd_, &one, 1, -1, name_) != 1) {
         throw RunError(name_ + ": the Y4M stream ends in the middle of a frame");
       }
     }
     iovec planes[3] = {{target.get_Y(), target.plane_size(0)},
                        {target.get_U(), target.plane_size(1)},
                        {target.get_V(), target.plane_size(2)}};
-    if (read_vectors(fd_, planes, 3, name_) != frame_bytes()) {
+    if (read_vectors(fd_, planes, 3, -1, name_) != frame_bytes()) {
       throw RunError(name_ + ": the Y4M stream ends in the middle of a frame");
     }
     return true;
@@ -330,17 +300,18 @@ std::unique_ptr<FrameSource> open_y4m(const std::string& name) {
   const size_t frame = kFrameLineBytes + static_cast<size_t>(header.width) * header.height * 3 / 2;
   const size_t file_bytes = static_cast<size_t>(info.st_size);
   const long count = static_cast<long>((file_bytes - header_bytes) / frame);
-  // Frame lines with parameters shift every picture, and a file that cannot
-  // be mapped is read another way: FFmpeg's reader takes those.
-  void* map = count > 0 ? mmap(nullptr, file_bytes, PROT_READ, MAP_PRIVATE, fd, 0) : MAP_FAILED;
-  close(fd);
-  if (map == MAP_FAILED) return nullptr;
-  const uint8_t* bytes = static_cast<const uint8_t*>(map);
-  if (std::memcmp(bytes + header_bytes, kFrameLine, kFrameLineBytes) != 0) {
-    munmap(map, file_bytes);
+  char first[kFrameLineBytes] = {};
+  // Frame lines with parameters shift every picture: FFmpeg's reader takes those.
+  if (count == 0 || pread(fd, first, kFrameLineBytes, static_cast<off_t>(header_bytes)) != static_cast<ssize_t>(kFrameLineBytes) ||
+      std::memcmp(first, kFrameLine, kFrameLineBytes) != 0) {
+    close(fd);
     return nullptr;
   }
-  return std::make_unique<Y4mFile>(name, header, bytes, file_bytes, header_bytes, count);
+  if ((file_bytes - header_bytes) % frame != 0) {
+    close(fd);
+    throw RunError(name + ": the Y4M file ends in the middle of picture " + std::to_string(count + 1));
+  }
+  return std::make_unique<Y4mFile>(name, fd, header, header_bytes, count);
 }
 
 std::unique_ptr<FrameSink> open_y4m_sink(const std::string& path, const OutputInfo& info) {
