@@ -1,5 +1,8 @@
 #include "cli/av_support.h"
 
+#include "cli/audio_mix.h"
+#include "cli/media_module.h"
+
 #include <mutex>
 
 extern "C" {
@@ -116,4 +119,28 @@ std::vector<uint8_t> encode_png(const RgbPicture& picture) {
   return bytes;
 }
 
+namespace {
+
+class SwsScaler : public PictureScaler {
+ public:
+  void scale(const Image& from, Image& to) override {
+    image_as_frame(from, *frame_);
+    converter_.to_image(*frame_, to);
+  }
+
+ private:
+  FramePtr frame_ = alloc_frame();
+  PictureConverter converter_;
+};
+
+std::unique_ptr<PictureScaler> new_scaler() { return std::make_unique<SwsScaler>(); }
+
+}  // namespace
 }  // namespace zvcli
+
+extern "C" __attribute__((visibility("default"))) const zvcli::MediaModule* zvtran_media_module() {
+  zvcli::quiet_av_log();
+  static const zvcli::MediaModule module = {zvcli::open_media_file, zvcli::open_media_sink, zvcli::has_audio,
+                                            zvcli::new_scaler};
+  return &module;
+}

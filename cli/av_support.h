@@ -15,6 +15,8 @@ extern "C" {
 }
 
 #include "cli/cli_common.h"
+#include "cli/frame_source.h"
+#include "cli/media_output.h"
 
 namespace zvcli {
 
@@ -74,5 +76,9 @@ class PictureConverter {
 // The planes of `image` as a 4:2:0 AVFrame (no copy; valid while `image` is).
 void image_as_frame(const Image& image, AVFrame& frame);
 std::vector<uint8_t> encode_png(const RgbPicture& picture);
+
+// What the module hands to zvtran (see media_module.h).
+std::unique_ptr<FrameSource> open_media_file(const std::string& path);
+std::unique_ptr<FrameSink> open_media_sink(const std::string& path, const OutputInfo& info);
 
 }  // namespace zvcli

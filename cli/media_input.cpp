@@ -5,8 +5,6 @@
 #include <system_error>
 
 #include "cli/av_support.h"
-#include "cli/patterns.h"
-#include "cli/y4m_io.h"
 
 namespace zvcli {
 namespace {
@@ -35,7 +33,9 @@ class MediaFile : public FrameSource {
     decoder_.reset(avcodec_alloc_context3(codec));
     if (!decoder_) throw std::bad_alloc();
     avcodec_parameters_to_context(decoder_.get(), stream->codecpar);
-    decoder_->thread_count = 0;
+    // Each decoding thread holds pictures of its own (about 5 MB each at
+    // 1080p); two keep up with the render and keep its memory small.
+    decoder_->thread_count = 2;
     if (avcodec_open2(decoder_.get(), codec, nullptr) < 0) throw not_media();
     time_base_ = av_q2d(stream->time_base);
     AVRational rate = stream->avg_frame_rate.num ? stream->avg_frame_rate : stream->r_frame_rate;
@@ -95,12 +95,6 @@ class MediaFile : public FrameSource {
 
 }  // namespace
 
-std::unique_ptr<FrameSource> open_source(const std::string& name) {
-  const std::string prefix = kPatternPrefix;
-  if (name.compare(0, prefix.size(), prefix) == 0) return open_pattern(name.substr(prefix.size()));
-  quiet_av_log();
-  if (std::unique_ptr<FrameSource> y4m = open_y4m(name)) return y4m;
-  return std::make_unique<MediaFile>(name);
-}
+std::unique_ptr<FrameSource> open_media_file(const std::string& path) { return std::make_unique<MediaFile>(path); }
 
 }  // namespace zvcli

@@ -3,6 +3,7 @@
 // a Y4M stream, a contact sheet or a folder of PNGs.
 #include <cstdio>
 #include <string>
+#include <strings.h>
 #include <thread>
 #include <unistd.h>
 
@@ -10,6 +11,7 @@
 #include "cli/cli_common.h"
 #include "cli/commands.h"
 #include "cli/media_input.h"
+#include "cli/media_module.h"
 #include "cli/media_output.h"
 #include "cli/render_job.h"
 #include "frame/registration.h"
@@ -31,6 +33,11 @@ Size checked_size(Size size, const std::string& what) {
                      " is not a size of even width and height from 2 to " + std::to_string(kMaxSide));
   }
   return size;
+}
+
+// Only an MP4 file carries sound.
+bool is_mp4(const std::string& path) {
+  return path.size() >= 4 && strcasecmp(path.c_str() + path.size() - 4, ".mp4") == 0;
 }
 
 void draw_progress(int done, int total) {
@@ -96,12 +103,14 @@ int render_command(int argc, char** argv) {
   std::vector<std::string> styles = style_names(id);
   info.subtitle = "style " + std::to_string(plan.style) +
                   (plan.style < static_cast<int>(styles.size()) ? ": " + styles[plan.style] : "");
-  if (!args.has("no-audio")) {
+  if (!args.has("no-audio") && is_mp4(out_path)) {
     // Patterns, stdin and files without sound play silence; no track when neither has any.
     AudioMix mix;
     for (int k = 0; k < 2; ++k) {
       const std::string& name = args.positional()[k];
-      if (name != "-" && name.compare(0, 8, "pattern:") != 0 && has_audio(name)) (k ? mix.b : mix.a) = name;
+      if (name != "-" && name.compare(0, 8, "pattern:") != 0 && media_module().has_audio(name)) {
+        (k ? mix.b : mix.a) = name;
+      }
     }
     const int n = plan.transition_frames();
     mix.a_start = plan.offset - plan.lead_frames / plan.fps;

@@ -5,12 +5,14 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <cmath>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/uio.h>
 #include <unistd.h>
 
-#include "cli/av_support.h"
+#include "cli/atomic_output.h"
+#include "cli/media_module.h"
 
 namespace zvcli {
 namespace {
@@ -84,59 +86,52 @@ void copy_planes(const Image& from, Image& to) {
   for (int p = 0; p < 3; ++p) std::memcpy(to.planes_[p], from.planes_[p], from.plane_size(p));
 }
 
-class Y4mSource : public FrameSource {
+class Y4mBase : public FrameSource {
  public:
-  Y4mSource(std::string name, int fd, bool own_fd, const Header& header, size_t header_bytes, long count)
-      : name_(std::move(name)), fd_(fd), own_fd_(own_fd), header_(header), header_bytes_(header_bytes),
-        count_(count), frame_period_(static_cast<double>(header.rate_den) / header.rate_num),
-        held_(header.width, header.height) {
-    if (!seekable() && !read_next(held_)) throw UsageError(name_ + ": holds no picture that can be decoded");
-    current_ = 0;
-  }
-  ~Y4mSource() override {
-    if (own_fd_) close(fd_);
+  Y4mBase(std::string name, const Header& header)
+      : name_(std::move(name)), header_(header), frame_period_(static_cast<double>(header.rate_den) / header.rate_num) {}
+  Size size() const override { return {header_.width, header_.height}; }
+
+ protected:
+  size_t frame_bytes() const { return static_cast<size_t>(header_.width) * header_.height * 3 / 2; }
+  bool same_size(const Image& out) const { return out.width == header_.width && out.height == header_.height; }
+  // Whether picture `k + 1` shows at `seconds`.
+  bool next_shows(long k, double seconds) const { return (k + 1) * frame_period_ <= seconds + 1e-6; }
+  void scale(const Image& from, Image& out) {
+    if (!scaler_) scaler_ = media_module().new_scaler();
+    scaler_->scale(from, out);
   }
 
-  Size size() const override { return {header_.width, header_.height}; }
-  // A stream's length is not known in advance; it plays at its own rate.
+  std::string name_;
+  Header header_;
+  double frame_period_;
+  std::unique_ptr<PictureScaler> scaler_;
+};
+
+// A Y4M file: each picture is read at its place with one system call, into
+// the caller's frame at the output's size, or into one kept for scaling.
+// Reading copies the picture once, from the system's cache; mapping the file
+// instead costs more where a hypervisor maps each guest page on first touch.
+class Y4mFile : public Y4mBase {
+ public:
+  Y4mFile(std::string name, int fd, const Header& header, size_t header_bytes, long count)
+      : Y4mBase(std::move(name), header), fd_(fd), header_bytes_(header_bytes), count_(count) {}
+  ~Y4mFile() override { close(fd_); }
+
   double frame_rate() const override { return count_ == 1 ? 0 : static_cast<double>(header_.rate_num) / header_.rate_den; }
   double length() const override { return count_ > 1 ? count_ * frame_period_ : 0; }
 
   // Picture k shows from k frame periods on; past the end the last holds.
   void frame_at(double seconds, Image& out) override {
-    const bool direct = out.width == header_.width && out.height == header_.height;
-    const Image* picture = &held_;
-    if (seekable()) {
-      while (current_ + 1 < count_ && (current_ + 1) * frame_period_ <= seconds + 1e-6) ++current_;
-      Image& target = direct ? out : scratch();
-      read_at(current_, target);
-      if (direct) return;
-      picture = &target;
-    } else {
-      while (!ended_ && (current_ + 1) * frame_period_ <= seconds + 1e-6) {
-        if (read_next(held_)) {
-          ++current_;
-        } else {
-          ended_ = true;
-        }
-      }
-      if (direct) return copy_planes(held_, out);
-    }
-    FramePtr frame = alloc_frame();
-    image_as_frame(*picture, *frame);
-    converter_.to_image(*frame, out);
+    while (current_ + 1 < count_ && next_shows(current_, seconds)) ++current_;
+    if (same_size(out)) return read_at(current_, out);
+    if (!scratch_) scratch_ = std::make_unique<Image>(header_.width, header_.height);
+    read_at(current_, *scratch_);
+    scale(*scratch_, out);
   }
 
  private:
-  bool seekable() const { return count_ >= 0; }
-  size_t frame_bytes() const { return static_cast<size_t>(header_.width) * header_.height * 3 / 2; }
-
-  Image& scratch() {
-    if (!scratch_) scratch_ = std::make_unique<Image>(header_.width, header_.height);
-    return *scratch_;
-  }
-
-  // Picture k of a file: its frame line and planes in one read.
+  // Picture k: its frame line and planes in one read.
   void read_at(long k, Image& target) {
     char line[kFrameLineBytes];
     iovec vectors[4] = {{line, kFrameLineBytes},
@@ -150,6 +145,38 @@ class Y4mSource : public FrameSource {
     }
   }
 
+  int fd_;
+  size_t header_bytes_;
+  long count_;
+  long current_ = 0;  // the picture on screen
+  std::unique_ptr<Image> scratch_;
+};
+
+// A Y4M stream on standard input, read into a frame kept for the run.
+class Y4mStream : public Y4mBase {
+ public:
+  Y4mStream(std::string name, int fd, const Header& header)
+      : Y4mBase(std::move(name), header), fd_(fd), held_(header.width, header.height) {
+    if (!read_next(held_)) throw UsageError(name_ + ": holds no picture that can be decoded");
+  }
+
+  // A stream's length is not known in advance; it plays at its own rate.
+  double frame_rate() const override { return static_cast<double>(header_.rate_num) / header_.rate_den; }
+  double length() const override { return 0; }
+
+  void frame_at(double seconds, Image& out) override {
+    while (!ended_ && next_shows(current_, seconds)) {
+      if (read_next(held_)) {
+        ++current_;
+      } else {
+        ended_ = true;
+      }
+    }
+    if (same_size(out)) return copy_planes(held_, out);
+    scale(held_, out);
+  }
+
+ private:
   // The next picture of a stream; false at its end. A frame line may carry
   // parameters, which change nothing here.
   bool read_next(Image& target) {
@@ -175,18 +202,66 @@ class Y4mSource : public FrameSource {
     return true;
   }
 
-  std::string name_;
   int fd_;
-  bool own_fd_;
-  Header header_;
-  size_t header_bytes_;
-  long count_;  // pictures in a file; -1 for a stream
-  double frame_period_;
-  long current_ = 0;  // the picture on screen
+  long current_ = 0;
   bool ended_ = false;
-  Image held_;  // a stream's last picture, shown again when the output asks for it
-  std::unique_ptr<Image> scratch_;
-  PictureConverter converter_;
+  Image held_;  // the last picture read, shown again when the output asks for it
+};
+
+// The closest fraction to `value` with a denominator of at most `largest`
+// (continued fractions), for the header's frame rate.
+void as_fraction(double value, int largest, int& num, int& den) {
+  long p0 = 0, q0 = 1, p1 = 1, q1 = 0;
+  double x = value;
+  for (int step = 0; step < 32; ++step) {
+    const double whole = std::floor(x);
+    const long p2 = static_cast<long>(whole) * p1 + p0, q2 = static_cast<long>(whole) * q1 + q0;
+    if (q2 > largest || p2 > 1000000000L) break;
+    p0 = p1, q0 = q1, p1 = p2, q1 = q2;
+    if (x - whole < 1e-9) break;
+    x = 1 / (x - whole);
+  }
+  num = static_cast<int>(p1), den = static_cast<int>(q1 ? q1 : 1);
+}
+
+// YUV4MPEG2: a text header, then "FRAME" and the three planes per frame.
+class Y4mSink : public FrameSink {
+ public:
+  Y4mSink(const std::string& path, const OutputInfo& info) {
+    if (path == "-") {
+      if (isatty(STDOUT_FILENO)) throw UsageError("not writing video to a terminal (redirect stdout or pipe it)");
+      file_ = stdout;
+    } else {
+      temp_ = std::make_unique<AtomicOutput>(path, AtomicOutput::kFile);
+      file_ = temp_->stream();
+    }
+    int num = 25, den = 1;
+    as_fraction(info.fps, 100000, num, den);
+    std::fprintf(file_, "YUV4MPEG2 W%d H%d F%d:%d Ip A1:1 C420jpeg\n", info.size.width, info.size.height, num, den);
+  }
+  // Straight from the planes, past the stream's buffer (emptied once, after the header).
+  void write(const Image& frame, int) override {
+    const bool written = (header_flushed_ || std::fflush(file_) == 0) && write_y4m_frame(fileno(file_), frame);
+    header_flushed_ = true;
+    if (!written) {
+      const std::string reason = std::strerror(errno);
+      if (temp_) temp_->fail(reason);
+      throw RunError("cannot write the Y4M stream: " + reason);
+    }
+  }
+  void finish() override {
+    if (!temp_) {
+      if (std::fflush(file_) != 0) throw RunError("cannot write the Y4M stream: " + std::string(std::strerror(errno)));
+      return;
+    }
+    file_ = nullptr;
+    temp_->commit();
+  }
+
+ private:
+  std::unique_ptr<AtomicOutput> temp_;
+  FILE* file_ = nullptr;
+  bool header_flushed_ = false;
 };
 
 }  // namespace
@@ -220,24 +295,27 @@ std::unique_ptr<FrameSource> open_y4m(const std::string& name) {
     throw UsageError("-: standard input must be 8-bit 4:2:0 Y4M of even width and height (this is C" +
                      header.colour + ", " + std::to_string(header.width) + "x" + std::to_string(header.height) + ")");
   }
+  if (stream) return std::make_unique<Y4mStream>(name, fd, header);
   const size_t header_bytes = line.size() + 1;
-  long count = -1;
-  if (!stream) {
-    const size_t frame = kFrameLineBytes + static_cast<size_t>(header.width) * header.height * 3 / 2;
-    char first[kFrameLineBytes] = {};
-    // Frame lines with parameters shift every picture: FFmpeg's reader takes those.
-    if (pread(fd, first, kFrameLineBytes, static_cast<off_t>(header_bytes)) != static_cast<ssize_t>(kFrameLineBytes) ||
-        std::memcmp(first, kFrameLine, kFrameLineBytes) != 0) {
-      close(fd);
-      return nullptr;
-    }
-    count = static_cast<long>((static_cast<size_t>(info.st_size) - header_bytes) / frame);
-    if (count == 0) {
-      close(fd);
-      return nullptr;
-    }
+  const size_t frame = kFrameLineBytes + static_cast<size_t>(header.width) * header.height * 3 / 2;
+  const size_t file_bytes = static_cast<size_t>(info.st_size);
+  const long count = static_cast<long>((file_bytes - header_bytes) / frame);
+  char first[kFrameLineBytes] = {};
+  // Frame lines with parameters shift every picture: FFmpeg's reader takes those.
+  if (count == 0 || pread(fd, first, kFrameLineBytes, static_cast<off_t>(header_bytes)) != static_cast<ssize_t>(kFrameLineBytes) ||
+      std::memcmp(first, kFrameLine, kFrameLineBytes) != 0) {
+    close(fd);
+    return nullptr;
   }
-  return std::make_unique<Y4mSource>(name, fd, !stream, header, header_bytes, count);
+  if ((file_bytes - header_bytes) % frame != 0) {
+    close(fd);
+    throw RunError(name + ": the Y4M file ends in the middle of picture " + std::to_string(count + 1));
+  }
+  return std::make_unique<Y4mFile>(name, fd, header, header_bytes, count);
+}
+
+std::unique_ptr<FrameSink> open_y4m_sink(const std::string& path, const OutputInfo& info) {
+  return std::make_unique<Y4mSink>(path, info);
 }
 
 bool write_y4m_frame(int fd, const Image& frame) {

@@ -16,6 +16,8 @@ head -c 10 /dev/zero > short.yuv
 : > empty.yuv
 echo "these are notes, not a video" > notes.mp4
 echo x > file
+# A Y4M file cut in its second picture (8 x 6 pictures are 72 bytes).
+{ printf 'YUV4MPEG2 W8 H6 F25:1 C420jpeg\nFRAME\n'; head -c 72 /dev/zero; printf 'FRAME\n'; head -c 30 /dev/zero; } > cut.y4m
 mkdir full && touch full/frame-00001.png    # a folder that is not empty
 cp -r . "$work/fixture"                      # to start again after a failure
 
@@ -78,6 +80,7 @@ cases=(
   "render missing.mp4 pattern:checker --transition Fade -o out.y4m"
   "render notes.mp4 pattern:checker --transition Fade -o out.y4m"
   "render full pattern:checker --transition Fade -o out.y4m"
+  "render cut.y4m pattern:checker --transition Fade -o out.y4m"
   "render pattern:bars pattern:checker --transition 67 -o out.y4m"
   "render pattern:bars pattern:checker --transition Fade --style 8 -o out.y4m"
   "render pattern:bars pattern:checker --transition Fade --style Sideways -o out.y4m"

@@ -1,0 +1,61 @@
+#include "cli/media_module.h"
+
+#include <dlfcn.h>
+#include <mutex>
+#include <unistd.h>
+
+#include "cli/media_input.h"
+#include "cli/patterns.h"
+#include "cli/y4m_io.h"
+
+namespace zvcli {
+namespace {
+
+// The folder the program runs from, where the module lies.
+std::string program_folder() {
+  std::string path(4096, '\0');
+  const ssize_t length = readlink("/proc/self/exe", path.data(), path.size() - 1);
+  if (length <= 0) return ".";
+  path.resize(static_cast<size_t>(length));
+  const size_t slash = path.rfind('/');
+  return slash == std::string::npos ? "." : path.substr(0, slash);
+}
+
+const MediaModule* load_module() {
+  const std::string path = program_folder() + "/zvtran-media.so";
+  void* handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+  if (!handle) throw RunError(std::string("cannot load FFmpeg's part of zvtran: ") + dlerror());
+  auto entry = reinterpret_cast<const MediaModule* (*)()>(dlsym(handle, "zvtran_media_module"));
+  if (!entry) throw RunError(path + ": not zvtran's media module");
+  return entry();  // kept loaded until the program ends
+}
+
+bool ends_with_y4m(const std::string& path) {
+  if (path.size() < 4) return false;
+  std::string tail = path.substr(path.size() - 4);
+  for (char& c : tail) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return tail == ".y4m";
+}
+
+}  // namespace
+
+const MediaModule& media_module() {
+  static std::once_flag once;
+  static const MediaModule* module = nullptr;
+  std::call_once(once, [] { module = load_module(); });
+  return *module;
+}
+
+std::unique_ptr<FrameSource> open_source(const std::string& name) {
+  const std::string prefix = kPatternPrefix;
+  if (name.compare(0, prefix.size(), prefix) == 0) return open_pattern(name.substr(prefix.size()));
+  if (std::unique_ptr<FrameSource> y4m = open_y4m(name)) return y4m;
+  return media_module().open_file(name);
+}
+
+std::unique_ptr<FrameSink> open_sink(const std::string& path, const OutputInfo& info) {
+  if (path == "-" || ends_with_y4m(path)) return open_y4m_sink(path, info);
+  return media_module().open_sink(path, info);
+}
+
+}  // namespace zvcli
