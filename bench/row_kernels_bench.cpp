@@ -12,10 +12,13 @@ namespace {
 constexpr int kRow = 1920;
 
 struct RowData {
-  std::vector<uint8_t> a, b, pick, out;
+  std::vector<uint8_t> a, b, pick, out, wide, wide2;
   std::vector<uint16_t> g;
-  RowData() : a(kRow), b(kRow), pick(kRow), out(kRow), g(kRow) {
+  // wide, wide2: rows of 1920 pixels of 3 or 4 bytes.
+  RowData() : a(kRow), b(kRow), pick(kRow), out(kRow), wide(kRow * 4), wide2(kRow * 4), g(kRow) {
     std::mt19937 gen(3);
+    for (auto& byte : wide) byte = static_cast<uint8_t>(gen());
+    for (auto& byte : wide2) byte = static_cast<uint8_t>(gen());
     for (int i = 0; i < kRow; ++i) {
       a[i] = static_cast<uint8_t>(gen());
       b[i] = static_cast<uint8_t>(gen());
@@ -62,6 +65,19 @@ void BM_RowSelect(benchmark::State& s) {
     r.select(d.out.data(), d.a.data(), d.b.data(), d.pick.data(), kRow);
   });
 }
+void BM_RowYuvToBgr(benchmark::State& s) {
+  run_row(s, [](const zv::RowKernels& r, RowData& d) {
+    r.yuv_to_bgr(d.wide.data(), d.a.data(), d.b.data(), d.pick.data(), kRow);
+  });
+}
+void BM_RowBgrToYuv(benchmark::State& s) {
+  run_row(s, [](const zv::RowKernels& r, RowData& d) {
+    r.bgr_to_yuv(d.out.data(), d.a.data(), d.b.data(), d.pick.data(), d.wide.data(), d.wide2.data(), kRow);
+  });
+}
+void BM_RowBgrToRgba(benchmark::State& s) {
+  run_row(s, [](const zv::RowKernels& r, RowData& d) { r.bgr_to_rgba(d.wide2.data(), d.wide.data(), kRow); });
+}
 
 BENCHMARK(BM_RowBlend)->Arg(0)->Arg(1)->ArgName("reference");
 BENCHMARK(BM_RowBlendWeights)->Arg(0)->Arg(1)->ArgName("reference");
@@ -70,5 +86,8 @@ BENCHMARK(BM_RowScaleChroma)->Arg(0)->Arg(1)->ArgName("reference");
 BENCHMARK(BM_RowOffsetSaturate)->Arg(0)->Arg(1)->ArgName("reference");
 BENCHMARK(BM_RowOffsetWrap)->Arg(0)->Arg(1)->ArgName("reference");
 BENCHMARK(BM_RowSelect)->Arg(0)->Arg(1)->ArgName("reference");
+BENCHMARK(BM_RowYuvToBgr)->Arg(0)->Arg(1)->ArgName("reference");
+BENCHMARK(BM_RowBgrToYuv)->Arg(0)->Arg(1)->ArgName("reference");
+BENCHMARK(BM_RowBgrToRgba)->Arg(0)->Arg(1)->ArgName("reference");
 
 }  // namespace

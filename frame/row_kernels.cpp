@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "frame/kernel_path.h"
+#include "host/bt601.h"
 
 namespace zv {
 
@@ -39,6 +40,49 @@ void select_row_c(uint8_t* out, const uint8_t* first, const uint8_t* second, con
   for (int i = 0; i < n; ++i) out[i] = pick_second[i] ? second[i] : first[i];
 }
 
+void yuv_to_bgr_row_c(uint8_t* bgr, const uint8_t* y, const uint8_t* u, const uint8_t* v, int n) {
+  for (int j = 0; j < n / 2; ++j) {
+    const int r0 = red_term(v[j]), g0 = green_term(u[j], v[j]), b0 = blue_term(u[j]);
+    for (int dx = 0; dx < 2; ++dx) {
+      const int luma = kYuvLuma * y[2 * j + dx];
+      uint8_t* px = bgr + 3 * (2 * j + dx);
+      px[0] = static_cast<uint8_t>(std::clamp((luma + b0) >> 13, 0, 255));
+      px[1] = static_cast<uint8_t>(std::clamp((luma + g0) >> 13, 0, 255));
+      px[2] = static_cast<uint8_t>(std::clamp((luma + r0) >> 13, 0, 255));
+    }
+  }
+}
+
+void bgr_to_yuv_row_c(uint8_t* y0, uint8_t* y1, uint8_t* u, uint8_t* v, const uint8_t* bgr0, const uint8_t* bgr1,
+                      int n) {
+  const uint8_t* rows[2] = {bgr0, bgr1};
+  uint8_t* y_rows[2] = {y0, y1};
+  for (int j = 0; j < n / 2; ++j) {
+    int u_sum = 0, v_sum = 0;
+    for (int dy = 0; dy < 2; ++dy) {
+      for (int dx = 0; dx < 2; ++dx) {
+        const uint8_t* px = rows[dy] + 3 * (2 * j + dx);
+        const int b = px[0], g = px[1], r = px[2];
+        y_rows[dy][2 * j + dx] = static_cast<uint8_t>(rgb_to_y(r, g, b));
+        u_sum += rgb_to_u(r, g, b);
+        v_sum += rgb_to_v(r, g, b);
+      }
+    }
+    // The mean of the already offset values, truncated.
+    u[j] = static_cast<uint8_t>(u_sum >> 2);
+    v[j] = static_cast<uint8_t>(v_sum >> 2);
+  }
+}
+
+void bgr_to_rgba_row_c(uint8_t* rgba, const uint8_t* bgr, int n) {
+  for (int i = 0; i < n; ++i, bgr += 3, rgba += 4) {
+    rgba[0] = bgr[2];
+    rgba[1] = bgr[1];
+    rgba[2] = bgr[0];
+    rgba[3] = 255;
+  }
+}
+
 const RowKernels& c_rows() {
   static const RowKernels rows = {true,
                                   copy_row_c,
@@ -48,7 +92,10 @@ const RowKernels& c_rows() {
                                   scale_chroma_row_c,
                                   offset_saturate_row_c,
                                   offset_wrap_row_c,
-                                  select_row_c};
+                                  select_row_c,
+                                  yuv_to_bgr_row_c,
+                                  bgr_to_yuv_row_c,
+                                  bgr_to_rgba_row_c};
   return rows;
 }
 

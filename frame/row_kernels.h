@@ -28,6 +28,15 @@ struct RowKernels {
   void (*offset_wrap)(uint8_t* out, const uint8_t* s, int n, uint8_t offset);
   // out = pick_second[i] ? second[i] : first[i]
   void (*select)(uint8_t* out, const uint8_t* first, const uint8_t* second, const uint8_t* pick_second, int n);
+  // n pixels (n even) of a 24-bit B, G, R row from a luma row and the chroma
+  // rows beside it (one chroma sample for two pixels).
+  void (*yuv_to_bgr)(uint8_t* bgr, const uint8_t* y, const uint8_t* u, const uint8_t* v, int n);
+  // Two 24-bit rows of n pixels (n even) to their two luma rows and one row of
+  // each chroma: the truncated mean of the four pixels' chroma values.
+  void (*bgr_to_yuv)(uint8_t* y0, uint8_t* y1, uint8_t* u, uint8_t* v, const uint8_t* bgr0, const uint8_t* bgr1,
+                     int n);
+  // n B, G, R pixels to R, G, B, 255.
+  void (*bgr_to_rgba)(uint8_t* rgba, const uint8_t* bgr, int n);
 };
 
 // The plain C rows and the SIMD rows.
@@ -46,5 +55,8 @@ void scale_chroma_row_c(uint8_t* out, const uint8_t* s, int n, int w);
 void offset_saturate_row_c(uint8_t* out, const uint8_t* s, int n, int offset);
 void offset_wrap_row_c(uint8_t* out, const uint8_t* s, int n, uint8_t offset);
 void select_row_c(uint8_t* out, const uint8_t* first, const uint8_t* second, const uint8_t* pick_second, int n);
+void yuv_to_bgr_row_c(uint8_t* bgr, const uint8_t* y, const uint8_t* u, const uint8_t* v, int n);
+void bgr_to_yuv_row_c(uint8_t* y0, uint8_t* y1, uint8_t* u, uint8_t* v, const uint8_t* bgr0, const uint8_t* bgr1, int n);
+void bgr_to_rgba_row_c(uint8_t* rgba, const uint8_t* bgr, int n);
 
 }  // namespace zv

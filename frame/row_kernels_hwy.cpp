@@ -6,6 +6,7 @@
 #include "hwy/highway.h"
 
 #include "frame/row_kernels.h"
+#include "host/bt601.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace zv {
@@ -108,6 +109,95 @@ void SelectRow(uint8_t* out, const uint8_t* first, const uint8_t* second, const 
   select_row_c(out + i, first + i, second + i, pick_second + i, n - i);
 }
 
+// The colour conversions work on 32-bit lanes, a vector of chroma samples (two
+// pixels each) at a time. A pixel pair's six bytes are handled as three 16-bit
+// words (B0 G0, R0 B1, G1 R1), so that three-way interleaving does the packing.
+using D32 = hn::ScalableTag<int32_t>;
+using D16Of32 = hn::Rebind<uint16_t, D32>;
+using D8Of32 = hn::Rebind<uint8_t, D32>;
+
+HWY_INLINE hn::Vec<D32> channel(hn::Vec<D32> luma, hn::Vec<D32> term) {
+  const D32 d;
+  return hn::Min(hn::Max(hn::ShiftRight<13>(hn::Add(luma, term)), hn::Zero(d)), hn::Set(d, 255));
+}
+
+HWY_INLINE hn::Vec<D32> pack_pair(hn::Vec<D32> low, hn::Vec<D32> high) { return hn::Or(low, hn::ShiftLeft<8>(high)); }
+
+void YuvToBgrRow(uint8_t* bgr, const uint8_t* y, const uint8_t* u, const uint8_t* v, int n) {
+  const D32 d;
+  const D16Of32 d16;
+  const D8Of32 d8;
+  const int lanes = static_cast<int>(hn::Lanes(d));
+  const auto luma_k = hn::Set(d, kYuvLuma);
+  int j = 0;
+  for (; 2 * (j + lanes) <= n; j += lanes) {
+    hn::Vec<D8Of32> even8, odd8;
+    hn::LoadInterleaved2(d8, y + 2 * j, even8, odd8);
+    const auto cu = hn::PromoteTo(d, hn::LoadU(d8, u + j)), cv = hn::PromoteTo(d, hn::LoadU(d8, v + j));
+    const auto r0 = hn::Add(hn::Mul(cv, hn::Set(d, kRedV)), hn::Set(d, kRedBias));
+    const auto g0 = hn::Add(hn::Add(hn::Mul(cu, hn::Set(d, kGreenU)), hn::Mul(cv, hn::Set(d, kGreenV))),
+                            hn::Set(d, kGreenBias));
+    const auto b0 = hn::Add(hn::Mul(cu, hn::Set(d, kBlueU)), hn::Set(d, kBlueBias));
+    const auto even = hn::Mul(hn::PromoteTo(d, even8), luma_k), odd = hn::Mul(hn::PromoteTo(d, odd8), luma_k);
+    const auto w0 = pack_pair(channel(even, b0), channel(even, g0));
+    const auto w1 = pack_pair(channel(even, r0), channel(odd, b0));
+    const auto w2 = pack_pair(channel(odd, g0), channel(odd, r0));
+    hn::StoreInterleaved3(hn::DemoteTo(d16, w0), hn::DemoteTo(d16, w1), hn::DemoteTo(d16, w2), d16,
+                          reinterpret_cast<uint16_t*>(bgr + 6 * j));
+  }
+  yuv_to_bgr_row_c(bgr + 6 * j, y + 2 * j, u + j, v + j, n - 2 * j);
+}
+
+HWY_INLINE hn::Vec<D32> weighted(hn::Vec<D32> r, hn::Vec<D32> g, hn::Vec<D32> b, int kr, int kg, int kb, int bias) {
+  const D32 d;
+  const auto sum = hn::Add(hn::Add(hn::Mul(r, hn::Set(d, kr)), hn::Mul(g, hn::Set(d, kg))), hn::Mul(b, hn::Set(d, kb)));
+  return hn::Add(hn::ShiftRight<14>(sum), hn::Set(d, bias));
+}
+
+void BgrToYuvRow(uint8_t* y0, uint8_t* y1, uint8_t* u, uint8_t* v, const uint8_t* bgr0, const uint8_t* bgr1, int n) {
+  const D32 d;
+  const D16Of32 d16;
+  const D8Of32 d8;
+  const int lanes = static_cast<int>(hn::Lanes(d));
+  const auto low = hn::Set(d, 0xFF);
+  const uint8_t* rows[2] = {bgr0, bgr1};
+  uint8_t* y_rows[2] = {y0, y1};
+  int j = 0;
+  for (; 2 * (j + lanes) <= n; j += lanes) {
+    auto u_sum = hn::Zero(d), v_sum = hn::Zero(d);
+    for (int dy = 0; dy < 2; ++dy) {
+      hn::Vec<D16Of32> w0, w1, w2;
+      hn::LoadInterleaved3(d16, reinterpret_cast<const uint16_t*>(rows[dy] + 6 * j), w0, w1, w2);
+      const auto x0 = hn::PromoteTo(d, w0), x1 = hn::PromoteTo(d, w1), x2 = hn::PromoteTo(d, w2);
+      const auto b_even = hn::And(x0, low), g_even = hn::ShiftRight<8>(x0), r_even = hn::And(x1, low);
+      const auto b_odd = hn::ShiftRight<8>(x1), g_odd = hn::And(x2, low), r_odd = hn::ShiftRight<8>(x2);
+      const auto luma = pack_pair(weighted(r_even, g_even, b_even, 4211, 8258, 1606, 16),
+                                  weighted(r_odd, g_odd, b_odd, 4211, 8258, 1606, 16));
+      hn::StoreU(hn::DemoteTo(d16, luma), d16, reinterpret_cast<uint16_t*>(y_rows[dy] + 2 * j));
+      u_sum = hn::Add(u_sum, hn::Add(weighted(r_even, g_even, b_even, -2425, -4768, 7193, 128),
+                                     weighted(r_odd, g_odd, b_odd, -2425, -4768, 7193, 128)));
+      v_sum = hn::Add(v_sum, hn::Add(weighted(r_even, g_even, b_even, 7193, -6029, -1163, 128),
+                                     weighted(r_odd, g_odd, b_odd, 7193, -6029, -1163, 128)));
+    }
+    hn::StoreU(hn::DemoteTo(d8, hn::ShiftRight<2>(u_sum)), d8, u + j);
+    hn::StoreU(hn::DemoteTo(d8, hn::ShiftRight<2>(v_sum)), d8, v + j);
+  }
+  bgr_to_yuv_row_c(y0 + 2 * j, y1 + 2 * j, u + j, v + j, bgr0 + 6 * j, bgr1 + 6 * j, n - 2 * j);
+}
+
+void BgrToRgbaRow(uint8_t* rgba, const uint8_t* bgr, int n) {
+  const hn::ScalableTag<uint8_t> d;
+  const int lanes = static_cast<int>(hn::Lanes(d));
+  const auto opaque = hn::Set(d, 255);
+  int i = 0;
+  for (; i + lanes <= n; i += lanes) {
+    hn::Vec<decltype(d)> b, g, r;
+    hn::LoadInterleaved3(d, bgr + 3 * i, b, g, r);
+    hn::StoreInterleaved4(r, g, b, opaque, d, rgba + 4 * i);
+  }
+  bgr_to_rgba_row_c(rgba + 4 * i, bgr + 3 * i, n - i);
+}
+
 }  // namespace HWY_NAMESPACE
 }  // namespace zv
 HWY_AFTER_NAMESPACE();
@@ -123,6 +213,9 @@ HWY_EXPORT(ScaleChromaRow);
 HWY_EXPORT(OffsetSaturateRow);
 HWY_EXPORT(OffsetWrapRow);
 HWY_EXPORT(SelectRow);
+HWY_EXPORT(YuvToBgrRow);
+HWY_EXPORT(BgrToYuvRow);
+HWY_EXPORT(BgrToRgbaRow);
 
 void blend_row_simd(uint8_t* out, const uint8_t* a, const uint8_t* b, int n, int k) {
   HWY_DYNAMIC_DISPATCH(BlendRow)(out, a, b, n, k);
@@ -146,6 +239,15 @@ void select_row_simd(uint8_t* out, const uint8_t* first, const uint8_t* second, 
   HWY_DYNAMIC_DISPATCH(SelectRow)(out, first, second, pick_second, n);
 }
 
+void yuv_to_bgr_row_simd(uint8_t* bgr, const uint8_t* y, const uint8_t* u, const uint8_t* v, int n) {
+  HWY_DYNAMIC_DISPATCH(YuvToBgrRow)(bgr, y, u, v, n);
+}
+void bgr_to_yuv_row_simd(uint8_t* y0, uint8_t* y1, uint8_t* u, uint8_t* v, const uint8_t* bgr0, const uint8_t* bgr1,
+                         int n) {
+  HWY_DYNAMIC_DISPATCH(BgrToYuvRow)(y0, y1, u, v, bgr0, bgr1, n);
+}
+void bgr_to_rgba_row_simd(uint8_t* rgba, const uint8_t* bgr, int n) { HWY_DYNAMIC_DISPATCH(BgrToRgbaRow)(rgba, bgr, n); }
+
 }  // namespace
 
 const RowKernels& simd_rows() {
@@ -158,7 +260,10 @@ const RowKernels& simd_rows() {
                                   scale_chroma_row_simd,
                                   offset_saturate_row_simd,
                                   offset_wrap_row_simd,
-                                  select_row_simd};
+                                  select_row_simd,
+                                  yuv_to_bgr_row_simd,
+                                  bgr_to_yuv_row_simd,
+                                  bgr_to_rgba_row_simd};
   return rows;
 }
 

@@ -164,6 +164,7 @@ int run_gl_transition(const GlEffect& effect, Image* out, Image* a, Image* b, Tr
   LockRendererList();
   ImageToDib(a, dibs->dibA, dibs->width, dibs->height);
   ImageToDib(b, dibs->dibB, dibs->width, dibs->height);
+  renderer->texture.ForgetUploads();
   if (effect.background) effect.background(*renderer, *dibs, params->style);
   effect.draw(*renderer, *dibs, p, params->style);
   renderer->ResolveTarget();

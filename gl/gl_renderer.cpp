@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <thread>
 #include <vector>
 
 #include "gl/gl_api.h"
+#include "frame/row_kernels.h"
 #include "gl/offscreen_context.h"
 #include "imaging/yuv_rgb.h"
 
@@ -47,46 +47,9 @@ void copy_top_left(const Image* from, Image* to) {
   }
 }
 
-// One part of a transfer between a frame and a bottom-up bitmap: a header of
-// its own height, its first bitmap row and the frame's planes at its first row.
-struct TransferPart {
-  BITMAPINFOHEADER header;
-  uint8_t* pixels;
-  uint8_t *y, *u, *v;
-};
-
-// Frames this large are transferred in two halves at once (the upper half on a
-// helper thread), each half with the same arithmetic as the whole.
-constexpr long kSplitPixels = 1L << 17;
-
-template <typename Transfer>
-void transfer_in_halves(const BITMAPINFOHEADER* header, uint8_t* pixels, const Image* image, Transfer transfer) {
-  const int w = image->width, h = header->biHeight;
-  TransferPart whole = {*header, pixels, image->get_Y(), image->get_U(), image->get_V()};
-  if (static_cast<long>(header->biWidth) * h < kSplitPixels) {
-    transfer(whole);
-    return;
-  }
-  // Image rows [0, top) are the bitmap's last `top` rows; rows [top, h) its first.
-  const int top = (h / 2) & ~1;
-  const long pitch = dib_row_bytes(header->biWidth);
-  TransferPart upper = whole, lower = whole;
-  upper.header.biHeight = top;
-  upper.pixels = pixels + static_cast<long>(h - top) * pitch;
-  lower.header.biHeight = h - top;
-  lower.y += static_cast<long>(top) * w;
-  lower.u += static_cast<long>(top / 2) * (w / 2);
-  lower.v += static_cast<long>(top / 2) * (w / 2);
-  std::thread helper([&] { transfer(upper); });
-  transfer(lower);
-  helper.join();
-}
-
 void convert_image(const Image* image, const BITMAPINFOHEADER* header, uint8_t* pixels) {
-  transfer_in_halves(header, pixels, image, [image](const TransferPart& part) {
-    Yuv420_2_rgb24(&part.header, part.pixels, part.y, part.u, part.v, image->width, image->width / 2,
-                   image->width / 2);
-  });
+  yuv420_to_rgb24(row_kernels(), header, pixels, image->get_Y(), image->get_U(), image->get_V(), image->width,
+                  image->width / 2, image->width / 2);
 }
 
 }  // namespace
@@ -103,21 +66,43 @@ void CGlTexture::CreateFrameTexture(int width, int height, int) {
     staging.clear();
     staging.Create(width, height, 24, false);
   }
-  GLuint texture_name = 0;
-  glGenTextures(1, &texture_name);
-  name = texture_name;
-  glBindTexture(GL_TEXTURE_2D, name);
-  // Nearest sampling both ways, even when mipmaps are built: kept as designed.
-  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
-  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
   size = TextureSizeFor(std::max(width, height));
   // The texels around the centred frame are never meant to be seen; black
-  // keeps them the same from run to run.
-  std::vector<uint8_t> black(static_cast<size_t>(size) * size * 3);
-  glTexImage2D(GL_TEXTURE_2D, 0, 3, size, size, 0, GL_RGB, GL_UNSIGNED_BYTE, black.data());
+  // keeps them the same from run to run. Opaque, as an RGB texture samples.
+  std::vector<uint8_t> black(static_cast<size_t>(size) * size * 4, 0);
+  for (size_t i = 3; i < black.size(); i += 4) black[i] = 255;
+  GLuint texture_names[2] = {0, 0};
+  glGenTextures(2, texture_names);
+  for (int i = 0; i < 2; ++i) {
+    names_[i] = texture_names[i];
+    glBindTexture(GL_TEXTURE_2D, names_[i]);
+    // Nearest sampling both ways, even when mipmaps are built: kept as designed.
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+    // Four bytes a texel: frames reach it without a conversion inside OpenGL.
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, size, size, 0, GL_RGBA, GL_UNSIGNED_BYTE, black.data());
+  }
+  name = names_[0];
+  ForgetUploads();
+}
+
+void CGlTexture::ForgetUploads() {
+  holds_[0] = holds_[1] = nullptr;
+  next_ = 0;
 }
 
 void CGlTexture::UploadDibToTexture(CNewDib& frame) {
+  const int held = holds_[0] == &frame ? 0 : holds_[1] == &frame ? 1 : -1;
+  const int slot = held >= 0 ? held : next_;
+  name = names_[slot];
+  glBindTexture(GL_TEXTURE_2D, name);
+  if (held >= 0) return;
+  holds_[slot] = &frame;
+  next_ = 1 - slot;
+  CopyIntoBound(frame);
+}
+
+void CGlTexture::CopyIntoBound(CNewDib& frame) {
   const int w = dib_width(frame), h = dib_height(frame), pitch = frame.GetPitch();
   // Only as much as the staging copy holds (it is made at the frame size).
   const int rows = std::min(h, dib_height(staging)), cols = std::min(w, dib_width(staging));
@@ -127,13 +112,15 @@ void CGlTexture::UploadDibToTexture(CNewDib& frame) {
     return;
   }
   if (size <= 1024) {
-    // Centred, straight from the bitmap: OpenGL reads its B, G, R order and
-    // rows padded to 4 bytes (the default unpack alignment) as they are,
-    // which gives the same texels as an RGB copy.
-    glPixelStorei(GL_UNPACK_ROW_LENGTH, cols == w ? 0 : w);
-    glTexSubImage2D(GL_TEXTURE_2D, 0, (size - cols) / 2, (size - rows) / 2, cols, rows, GL_BGR, GL_UNSIGNED_BYTE,
-                    src);
-    glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
+    // Centred, bitmap row 0 lowest, as R, G, B, A rows.
+    rgba_.resize(static_cast<size_t>(rows) * cols * 4);
+    const RowKernels& kernels = row_kernels();
+    for (int row = 0; row < rows; ++row) {
+      kernels.bgr_to_rgba(rgba_.data() + static_cast<ptrdiff_t>(row) * cols * 4,
+                          src + static_cast<ptrdiff_t>(row) * pitch, cols);
+    }
+    glTexSubImage2D(GL_TEXTURE_2D, 0, (size - cols) / 2, (size - rows) / 2, cols, rows, GL_RGBA, GL_UNSIGNED_BYTE,
+                    rgba_.data());
     frame.UnlockBits();
     return;
   }
@@ -157,10 +144,11 @@ void CGlTexture::UploadDibToTexture(CNewDib& frame) {
 }
 
 void CGlTexture::DeleteFrameTexture() {
-  if (name == 0) return;
-  GLuint texture_name = name;
-  glDeleteTextures(1, &texture_name);
-  name = 0;
+  if (names_[0] == 0 && names_[1] == 0) return;
+  GLuint texture_names[2] = {names_[0], names_[1]};
+  glDeleteTextures(2, texture_names);
+  names_[0] = names_[1] = name = 0;
+  ForgetUploads();
 }
 
 CGlRenderer::CGlRenderer()
@@ -342,10 +330,8 @@ void ImageToDib(const Image* image, CNewDib& dib, int width, int height) {
 
 void DibToImage(CNewDib& dib, Image* image) {
   if (!image_covers(image, dib_width(dib), dib_height(dib))) return;
-  transfer_in_halves(dib.m_pInfo, static_cast<uint8_t*>(dib.m_hBits), image, [image](const TransferPart& part) {
-    Rgb24_2_yuv420(part.y, part.u, part.v, image->width, image->width / 2, image->width / 2, &part.header,
-                   part.pixels);
-  });
+  rgb24_to_yuv420(row_kernels(), image->get_Y(), image->get_U(), image->get_V(), image->width, image->width / 2,
+                  image->width / 2, dib.m_pInfo, static_cast<const uint8_t*>(dib.m_hBits));
 }
 
 }  // namespace zv

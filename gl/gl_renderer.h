@@ -4,14 +4,17 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "host/image.h"
 #include "host/new_dib.h"
 
 namespace zv {
 
-// The one texture of a renderer. Frames are uploaded centred into a square
-// texture (or rescaled to fill it when it is 2048 on a side).
+// The texture of a renderer through which the frames reach OpenGL. Frames are
+// uploaded centred into a square texture (or rescaled to fill it when it is
+// 2048 on a side). It keeps two texture objects of that size, so that within
+// one call each frame is uploaded once and later only bound again.
 class CGlTexture {
  public:
   CGlTexture();
@@ -21,13 +24,23 @@ class CGlTexture {
 
   // `unused` is handed on by the renderer's set-up and never read.
   void CreateFrameTexture(int width, int height, int unused);
-  // Copies a frame bitmap into the bound texture.
+  // Binds a texture holding `frame`, copying the frame into it unless it was
+  // uploaded since the last ForgetUploads.
   void UploadDibToTexture(CNewDib& frame);
+  // The frames' pixels change: the next upload of each copies it again.
+  void ForgetUploads();
   void DeleteFrameTexture();
 
-  unsigned int name;  // 0 when none
+  unsigned int name;  // the texture bound last; 0 when none
   int size;           // side of the square texture
-  CNewDib staging;    // RGB-ordered copy of the last uploaded frame
+  CNewDib staging;    // RGB-ordered copy of the last frame uploaded rescaled
+
+ private:
+  unsigned int names_[2] = {0, 0};
+  const CNewDib* holds_[2] = {nullptr, nullptr};  // the frame each texture holds
+  int next_ = 0;                                  // the texture the next new frame goes to
+  std::vector<uint8_t> rgba_;                     // a frame's rows as R, G, B, A for the upload
+  void CopyIntoBound(CNewDib& frame);
 };
 
 // Base of every 3D effect's renderer; one per frame size, effect and thread.
