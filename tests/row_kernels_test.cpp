@@ -86,6 +86,32 @@ TEST(RowKernels, SimdRowsMatchTheCRowsAndStayInsideTheRow) {
   }
 }
 
+// The colour rows over pixels: an even `n` pixels of 3-byte input fill `factor * n` output bytes (the two luma
+// rows and the chroma rows of bgr_to_yuv lie one after another), widths up to where the widest vectors loop.
+TEST(RowKernels, ColourRowsMatchTheCRowsAndStayInsideTheRow) {
+  std::mt19937 gen(11);
+  for (int pixels = 0; pixels <= 160; pixels += 2) {
+    const Inputs in = random_inputs(gen, 4 * pixels);
+    const int skew = pixels % 7;
+    const uint8_t *bgr0 = in.a.data() + skew, *bgr1 = in.b.data() + 1, *yuv = in.pick.data() + skew;
+    const std::pair<int, RowCall> calls[] = {
+        {3, [=](const zv::RowKernels& r, uint8_t* o, int) { r.yuv_to_bgr(o, yuv, yuv + pixels, yuv + 2, pixels); }},
+        {3, [=](const zv::RowKernels& r, uint8_t* o, int) {
+           r.bgr_to_yuv(o, o + pixels, o + 2 * pixels, o + 5 * pixels / 2, bgr0, bgr1, pixels);
+         }},
+        {4, [=](const zv::RowKernels& r, uint8_t* o, int) { r.bgr_to_rgba(o, bgr0, pixels); }},
+    };
+    for (const auto& [factor, call] : calls) {
+      const int bytes = factor * pixels, shift = pixels % 4;
+      const std::vector<uint8_t> c = run_row(zv::c_rows(), call, bytes, shift);
+      const std::vector<uint8_t> simd = run_row(zv::simd_rows(), call, bytes, shift);
+      ASSERT_EQ(c, simd) << "factor " << factor << ", " << pixels << " pixels";
+      for (int i = 0; i < kGuard + shift; ++i) ASSERT_EQ(simd[i], kGuardByte) << "before the row";
+      for (size_t i = kGuard + shift + bytes; i < simd.size(); ++i) ASSERT_EQ(simd[i], kGuardByte) << "after the row";
+    }
+  }
+}
+
 TEST(RowKernels, CRowsFollowTheirFormulas) {
   const uint8_t a[4] = {0, 100, 200, 255}, b[4] = {255, 50, 10, 0}, pick[4] = {0, 1, 0, 0xFF};
   const uint16_t g[4] = {0, 64, 256, 128};
@@ -105,6 +131,13 @@ TEST(RowKernels, CRowsFollowTheirFormulas) {
   EXPECT_EQ(std::vector<uint8_t>(out, out + 4), (std::vector<uint8_t>{100, 200, 44, 99}));
   rows.select(out, a, b, pick, 4);
   EXPECT_EQ(std::vector<uint8_t>(out, out + 4), (std::vector<uint8_t>{0, 50, 200, 0}));
+  // Video black and white to B, G, R (white lands on 254: the rounding bias), and (100, 50, 10) to Y, U, V.
+  const uint8_t luma[2] = {16, 235}, cu[1] = {128}, cv[1] = {128}, colour[6] = {10, 50, 100, 10, 50, 100};
+  uint8_t bgr[6], y0[2], y1[2], u, v;
+  rows.yuv_to_bgr(bgr, luma, cu, cv, 2);
+  EXPECT_EQ(std::vector<uint8_t>(bgr, bgr + 6), (std::vector<uint8_t>{0, 0, 0, 254, 254, 254}));
+  rows.bgr_to_yuv(y0, y1, &u, &v, colour, colour, 2);
+  EXPECT_EQ((std::vector<uint8_t>{y0[0], y0[1], y1[0], y1[1], u, v}), (std::vector<uint8_t>{67, 67, 67, 67, 103, 152}));
 }
 
 }  // namespace
