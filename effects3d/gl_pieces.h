@@ -4,6 +4,7 @@
 // Shatter (`a` breaking like glass).
 #pragma once
 
+#include "frame/abi.h"
 #include "frame/transition_op.h"
 #include "gl/gl_renderer.h"
 

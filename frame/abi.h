@@ -1,16 +1,8 @@
-// Calling convention and symbol visibility shared by the library and its host.
+// The library's own export macro, on top of the host's calling convention and
+// visibility macros.
 #pragma once
 
-#if defined(_WIN32)
-#define ZV_STDCALL __stdcall
-#define ZV_DLL_EXPORT __declspec(dllexport)
-#define ZV_DLL_IMPORT __declspec(dllimport)
-#else
-// Only 32-bit Windows has a callee-cleans convention; elsewhere the default is it.
-#define ZV_STDCALL
-#define ZV_DLL_EXPORT __attribute__((visibility("default")))
-#define ZV_DLL_IMPORT
-#endif
+#include "host/host_api.h"
 
 // Exports of the transition library itself. The Windows DLL lists its exports
 // by their decorated names in a module-definition file instead, so nothing
@@ -25,6 +17,3 @@
 #else
 #define ZV_API ZV_DLL_IMPORT
 #endif
-
-// A host module handle: what the host's string loader is given to find our strings.
-typedef void* ZvModule;

@@ -2,7 +2,7 @@
 // never loads a module itself.
 #pragma once
 
-#include "frame/abi.h"
+#include "host/host_api.h"
 
 namespace zv {
 

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include "frame/kernel_path.h"
-
 namespace zv {
 
 void copy_three_spans(int x0, int x1, int width, uint8_t* out_row, const uint8_t* a_row, const uint8_t* b_row) {
@@ -30,15 +28,11 @@ void fill_block(uint8_t fill, int width, int rows, int out_stride, uint8_t* out_
 namespace {
 
 // Target samples [i0, i1) of a row scaled from source_width onto
-// target_width: sample i takes source sample (i * source_width) / target_width.
-void scale_span_reference(int64_t i0, int64_t i1, int64_t target_width, int64_t source_width, uint8_t* out,
-                          const uint8_t* source) {
-  for (int64_t i = i0; i < i1; ++i) out[i] = source[i * source_width / target_width];
-}
-
-// The same indices without a division per sample: the quotient and the
-// remainder step by source_width / target_width and its remainder.
-void scale_span_fast(int64_t i0, int64_t i1, int64_t target_width, int64_t source_width, uint8_t* out,
+// target_width: sample i takes source sample (i * source_width) /
+// target_width, found without a division per sample (the quotient and the
+// remainder step by source_width / target_width and its remainder). The
+// transitions' reference paths write the division out sample by sample.
+void scale_span(int64_t i0, int64_t i1, int64_t target_width, int64_t source_width, uint8_t* out,
                      const uint8_t* source) {
   if (target_width == source_width) {
     if (i1 > i0) std::memcpy(out + i0, source + i0, static_cast<size_t>(i1 - i0));
@@ -54,15 +48,6 @@ void scale_span_fast(int64_t i0, int64_t i1, int64_t target_width, int64_t sourc
       ++index;
       rest -= target_width;
     }
-  }
-}
-
-void scale_span(int64_t i0, int64_t i1, int64_t target_width, int64_t source_width, uint8_t* out,
-                const uint8_t* source) {
-  if (use_reference_path()) {
-    scale_span_reference(i0, i1, target_width, source_width, out, source);
-  } else {
-    scale_span_fast(i0, i1, target_width, source_width, out, source);
   }
 }
 

@@ -29,7 +29,7 @@ const char* ZV_STDCALL ZvLoadString(unsigned int id, ZvModule module) {
 #else
 #include <dlfcn.h>
 
-#include "resources/string_resource.h"
+#include "host/string_resource.h"
 
 const char* ZV_STDCALL ZvLoadString(unsigned int id, ZvModule module) {
   if (!module) return nullptr;

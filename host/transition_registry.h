@@ -2,8 +2,8 @@
 // is their 1-based place in that order.
 #pragma once
 
-#include "frame/transition_op.h"
 #include "host/host_api.h"
+#include "host/transition_abi.h"
 
 ZV_ZORVAN_API int ZV_STDCALL transition_add_op(TransitionOp op, const char* name);
 ZV_ZORVAN_API int ZV_STDCALL transition_get_op_count();

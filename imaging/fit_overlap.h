@@ -5,6 +5,7 @@
 
 #include <cstdint>
 
+#include "frame/abi.h"
 #include "frame/plane.h"
 #include "frame/transition_op.h"
 

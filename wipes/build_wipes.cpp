@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "frame/kernel_path.h"
 #include "frame/user_params.h"
 #include "wipes/wipe_entry.h"
 #include "wipes/wipe_pieces.h"
@@ -175,17 +174,19 @@ void wipe_fast(const CommonRegion& c, int style, int columns, int rows, double p
 
 }  // namespace
 
-void build_wipe_plane(int style, int n, double progress, int out_width, int out_height, int a_width, int a_height,
-                      int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane, const uint8_t* b_plane) {
+void build_wipe_plane(const RowKernels& kernels, int style, int n, double progress, int out_width, int out_height,
+                      int a_width, int a_height, int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
+                      const uint8_t* b_plane) {
   if (static_cast<uint32_t>(style) > kLastBuildStyle || n < 1) return;
   const CommonRegion c =
       wipe_region(out_width, out_height, a_width, a_height, b_width, b_height, out_plane, a_plane, b_plane);
   if (c.empty()) return;
-  draw_pieces(c, build_pieces(style, n, progress, c.width, c.height));
+  draw_pieces(kernels, c, build_pieces(style, n, progress, c.width, c.height));
 }
 
-void spiral_wipe_plane(int style, int pct, double progress, int out_width, int out_height, int a_width, int a_height,
-                       int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane, const uint8_t* b_plane) {
+void spiral_wipe_plane(const RowKernels& kernels, int style, int pct, double progress, int out_width, int out_height,
+                       int a_width, int a_height, int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
+                       const uint8_t* b_plane) {
   if (static_cast<uint32_t>(style) > kLastSpiralStyle) return;
   const CommonRegion c =
       wipe_region(out_width, out_height, a_width, a_height, b_width, b_height, out_plane, a_plane, b_plane);
@@ -194,21 +195,21 @@ void spiral_wipe_plane(int style, int pct, double progress, int out_width, int o
   // The anticlockwise style is the clockwise one on mirrored columns.
   const bool mirrored = style == 0;
   const int64_t head = spiral_head(c.width, c.height, t, progress);
-  if (use_reference_path()) {
+  if (kernels.reference) {
     spiral_reference(c, mirrored, t, head);
   } else {
     spiral_fast(c, mirrored, t, head);
   }
 }
 
-void wipe_plane(int style, int columns, int rows, double progress, int out_width, int out_height, int a_width,
-                int a_height, int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
-                const uint8_t* b_plane) {
+void wipe_plane(const RowKernels& kernels, int style, int columns, int rows, double progress, int out_width,
+                int out_height, int a_width, int a_height, int b_width, int b_height, uint8_t* out_plane,
+                const uint8_t* a_plane, const uint8_t* b_plane) {
   if (static_cast<uint32_t>(style) > kLastWipeStyle || columns < 1 || rows < 1) return;
   const CommonRegion c =
       wipe_region(out_width, out_height, a_width, a_height, b_width, b_height, out_plane, a_plane, b_plane);
   if (c.empty()) return;
-  if (use_reference_path()) {
+  if (kernels.reference) {
     wipe_reference(c, style, columns, rows, progress);
   } else {
     wipe_fast(c, style, columns, rows, progress);
@@ -216,21 +217,21 @@ void wipe_plane(int style, int columns, int rows, double progress, int out_width
 }
 
 int ZV_STDCALL build_based_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_wipe(out, a, b, params, [&](int, double progress, auto... plane) {
-    build_wipe_plane(params->style, limit_param(params->param1, 10, 60), progress, plane...);
+  return run_wipe(out, a, b, params, [&](const RowKernels& kernels, int, double progress, auto... plane) {
+    build_wipe_plane(kernels, params->style, limit_param(params->param1, 10, 60), progress, plane...);
   });
 }
 
 int ZV_STDCALL spiral_based_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_wipe(out, a, b, params, [&](int, double progress, auto... plane) {
-    spiral_wipe_plane(params->style, limit_param(params->param1, 10, 50), progress, plane...);
+  return run_wipe(out, a, b, params, [&](const RowKernels& kernels, int, double progress, auto... plane) {
+    spiral_wipe_plane(kernels, params->style, limit_param(params->param1, 10, 50), progress, plane...);
   });
 }
 
 int ZV_STDCALL wipe_transition(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_wipe(out, a, b, params, [&](int, double progress, auto... plane) {
-    wipe_plane(params->style, limit_param(params->param1, 8, 64), limit_param(param2_as_int(params->param2), 6, 64),
-               progress, plane...);
+  return run_wipe(out, a, b, params, [&](const RowKernels& kernels, int, double progress, auto... plane) {
+    wipe_plane(kernels, params->style, limit_param(params->param1, 8, 64),
+               limit_param(param2_as_int(params->param2), 6, 64), progress, plane...);
   });
 }
 

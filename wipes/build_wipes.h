@@ -5,6 +5,7 @@
 
 #include <cstdint>
 
+#include "frame/row_kernels.h"
 #include "frame/transition_op.h"
 
 namespace zv {
@@ -16,13 +17,15 @@ int ZV_STDCALL wipe_transition(Image* out, Image* a, Image* b, TransitionParams*
 // Plane workers; a style past the last one writes nothing. n is the
 // strip count (1..60), pct the band thickness in percent of the height
 // (1..50), columns and rows Wipe's cell counts (1..64).
-void build_wipe_plane(int style, int n, double progress, int out_width, int out_height, int a_width, int a_height,
-                      int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane, const uint8_t* b_plane);
-void spiral_wipe_plane(int style, int pct, double progress, int out_width, int out_height, int a_width, int a_height,
-                       int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane, const uint8_t* b_plane);
-void wipe_plane(int style, int columns, int rows, double progress, int out_width, int out_height, int a_width,
-                int a_height, int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
-                const uint8_t* b_plane);
+void build_wipe_plane(const RowKernels& kernels, int style, int n, double progress, int out_width, int out_height,
+                      int a_width, int a_height, int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
+                      const uint8_t* b_plane);
+void spiral_wipe_plane(const RowKernels& kernels, int style, int pct, double progress, int out_width, int out_height,
+                       int a_width, int a_height, int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
+                       const uint8_t* b_plane);
+void wipe_plane(const RowKernels& kernels, int style, int columns, int rows, double progress, int out_width,
+                int out_height, int a_width, int a_height, int b_width, int b_height, uint8_t* out_plane,
+                const uint8_t* a_plane, const uint8_t* b_plane);
 
 // One stretch of the spiral's path: the rectangle [x0, x1) x [y0, y1), run
 // through in `direction` over `length` positions.

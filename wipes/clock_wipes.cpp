@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "frame/kernel_path.h"
 #include "wipes/shape_rows.h"
 #include "wipes/wipe_entry.h"
 #include "wipes/wipe_pieces.h"
@@ -70,11 +69,11 @@ bool center_rotate_shows_b(const Hinge& hinge, double theta, double dx, double d
 // pieces that `pieces(y, cut)` names, over each of which the test changes at
 // most once, and finds each change by bisection with the same test.
 template <typename ShowsB, typename Pieces>
-void draw_swept(const CommonRegion& c, ShowsB&& shows_b, Pieces&& pieces) {
+void draw_swept(const RowKernels& kernels, const CommonRegion& c, ShowsB&& shows_b, Pieces&& pieces) {
   int hints[3] = {-1, -1, -1};  // each piece's boundary on the row before
   for (int y = 0; y < c.height; ++y) {
     auto row_test = [&](int x) { return shows_b(x, y); };
-    if (use_reference_path()) {
+    if (kernels.reference) {
       uint8_t* out = row_at(c.out, c.out_stride, y);
       for (int x = 0; x < c.width; ++x) out[x] = picture_row(c, row_test(x) ? Pic::kB : Pic::kA, y)[x];
       continue;
@@ -101,8 +100,9 @@ bool end_frame(const CommonRegion& c, double progress) {
 
 }  // namespace
 
-void clock_wipe_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height, int b_width,
-                      int b_height, uint8_t* out_plane, const uint8_t* a_plane, const uint8_t* b_plane) {
+void clock_wipe_plane(const RowKernels& kernels, int style, double progress, int out_width, int out_height, int a_width,
+                      int a_height, int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
+                      const uint8_t* b_plane) {
   if (static_cast<uint32_t>(style) > kLastStyle) return;
   const CommonRegion c =
       wipe_region(out_width, out_height, a_width, a_height, b_width, b_height, out_plane, a_plane, b_plane);
@@ -110,7 +110,7 @@ void clock_wipe_plane(int style, double progress, int out_width, int out_height,
   const double theta = times_pi(progress), cx = c.width / 2.0, cy = c.height / 2.0;
   const int w = c.width;
   draw_swept(
-      c, [&](int x, int y) { return clock_shows_b(style, theta, x + 0.5 - cx, y + 0.5 - cy); },
+      kernels, c, [&](int x, int y) { return clock_shows_b(style, theta, x + 0.5 - cx, y + 0.5 - cy); },
       // Left of the centre, the centre column (odd widths), right of it: the
       // angle stays inside one quadrant on each.
       [&](int* cut) {
@@ -122,9 +122,9 @@ void clock_wipe_plane(int style, double progress, int out_width, int out_height,
       });
 }
 
-void center_rotate_wipe_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height,
-                              int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
-                              const uint8_t* b_plane) {
+void center_rotate_wipe_plane(const RowKernels& kernels, int style, double progress, int out_width, int out_height,
+                              int a_width, int a_height, int b_width, int b_height, uint8_t* out_plane,
+                              const uint8_t* a_plane, const uint8_t* b_plane) {
   if (static_cast<uint32_t>(style) > kLastStyle) return;
   const CommonRegion c =
       wipe_region(out_width, out_height, a_width, a_height, b_width, b_height, out_plane, a_plane, b_plane);
@@ -133,7 +133,7 @@ void center_rotate_wipe_plane(int style, double progress, int out_width, int out
   const double theta = times_pi(progress), px = c.width * hinge.px, py = c.height * hinge.py;
   const int w = c.width;
   draw_swept(
-      c, [&](int x, int y) { return center_rotate_shows_b(hinge, theta, x + 0.5 - px, y + 0.5 - py); },
+      kernels, c, [&](int x, int y) { return center_rotate_shows_b(hinge, theta, x + 0.5 - px, y + 0.5 - py); },
       // Every sample lies on the far side of the pivot's edge, so the swept
       // angle moves one way along a whole row.
       [&](int* cut) {
@@ -144,13 +144,14 @@ void center_rotate_wipe_plane(int style, double progress, int out_width, int out
 }
 
 int ZV_STDCALL clock_based_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_wipe(out, a, b, params,
-                  [&](int, double progress, auto... plane) { clock_wipe_plane(params->style, progress, plane...); });
+  return run_wipe(out, a, b, params, [&](const RowKernels& kernels, int, double progress, auto... plane) {
+    clock_wipe_plane(kernels, params->style, progress, plane...);
+  });
 }
 
 int ZV_STDCALL center_rotate_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_wipe(out, a, b, params, [&](int, double progress, auto... plane) {
-    center_rotate_wipe_plane(params->style, progress, plane...);
+  return run_wipe(out, a, b, params, [&](const RowKernels& kernels, int, double progress, auto... plane) {
+    center_rotate_wipe_plane(kernels, params->style, progress, plane...);
   });
 }
 

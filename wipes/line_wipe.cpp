@@ -2,7 +2,6 @@
 
 #include <cstddef>
 
-#include "frame/kernel_path.h"
 #include "wipes/wipe_entry.h"
 #include "wipes/wipe_rows.h"
 
@@ -55,14 +54,15 @@ void line_fast(const CommonRegion& c, const Rect& r) {
 
 }  // namespace
 
-void line_wipe_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height,
-                     int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane, const uint8_t* b_plane) {
+void line_wipe_plane(const RowKernels& kernels, int style, double progress, int out_width, int out_height, int a_width,
+                     int a_height, int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
+                     const uint8_t* b_plane) {
   if (static_cast<uint32_t>(style) > kLastStyle) return;
   const CommonRegion c =
       wipe_region(out_width, out_height, a_width, a_height, b_width, b_height, out_plane, a_plane, b_plane);
   if (c.empty()) return;
   const Rect r = b_rect(style, progress, c.width, c.height);
-  if (use_reference_path()) {
+  if (kernels.reference) {
     line_reference(c, r);
   } else {
     line_fast(c, r);
@@ -70,8 +70,8 @@ void line_wipe_plane(int style, double progress, int out_width, int out_height, 
 }
 
 int ZV_STDCALL line_based_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_wipe(out, a, b, params, [&](int, double progress, auto... plane) {
-    line_wipe_plane(params->style, progress, plane...);
+  return run_wipe(out, a, b, params, [&](const RowKernels& kernels, int, double progress, auto... plane) {
+    line_wipe_plane(kernels, params->style, progress, plane...);
   });
 }
 

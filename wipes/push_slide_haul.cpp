@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "frame/kernel_path.h"
 #include "frame/user_params.h"
 #include "wipes/wipe_entry.h"
 #include "wipes/wipe_rows.h"
@@ -196,9 +195,9 @@ int travel_of(Kind kind, int n, double progress) {
   return travel(kind == Kind::kPush ? truncate_to_int(n * progress) : round_to_int(n * progress), n);
 }
 
-void move_plane(Kind kind, uint8_t fill, int style, double progress, int out_width, int out_height, int a_width,
-                int a_height, int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
-                const uint8_t* b_plane) {
+void move_plane(const RowKernels& kernels, Kind kind, uint8_t fill, int style, double progress, int out_width,
+                int out_height, int a_width, int a_height, int b_width, int b_height, uint8_t* out_plane,
+                const uint8_t* a_plane, const uint8_t* b_plane) {
   if (static_cast<uint32_t>(style) > kLastStyle) return;
   const Area area = make_area(out_width, out_height, a_width, a_height, b_width, b_height, out_plane, a_plane, b_plane);
   const CommonRegion& c = area.c;
@@ -206,7 +205,7 @@ void move_plane(Kind kind, uint8_t fill, int style, double progress, int out_wid
   const int dx = travel_of(kind, c.width, progress), dy = travel_of(kind, c.height, progress);
   const Axis h = make_axis(kind, horizontal_motion(style), c.width, dx);
   const Axis v = make_axis(kind, vertical_motion(style), c.height, dy);
-  if (use_reference_path()) {
+  if (kernels.reference) {
     move_reference(kind, style, fill, h, v, area);
   } else if (kind == Kind::kPush) {
     push_fast(style, fill, dx, dy, area);
@@ -217,40 +216,42 @@ void move_plane(Kind kind, uint8_t fill, int style, double progress, int out_wid
 
 }  // namespace
 
-void push_wipe_plane(uint8_t fill, int style, double progress, int out_width, int out_height, int a_width,
-                     int a_height, int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
+void push_wipe_plane(const RowKernels& kernels, uint8_t fill, int style, double progress, int out_width, int out_height,
+                     int a_width, int a_height, int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
                      const uint8_t* b_plane) {
-  move_plane(Kind::kPush, fill, style, progress, out_width, out_height, a_width, a_height, b_width, b_height,
+  move_plane(kernels, Kind::kPush, fill, style, progress, out_width, out_height, a_width, a_height, b_width, b_height,
              out_plane, a_plane, b_plane);
 }
 
-void slide_wipe_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height,
-                      int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane, const uint8_t* b_plane) {
-  move_plane(Kind::kSlide, 0, style, progress, out_width, out_height, a_width, a_height, b_width, b_height, out_plane,
-             a_plane, b_plane);
+void slide_wipe_plane(const RowKernels& kernels, int style, double progress, int out_width, int out_height, int a_width,
+                      int a_height, int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
+                      const uint8_t* b_plane) {
+  move_plane(kernels, Kind::kSlide, 0, style, progress, out_width, out_height, a_width, a_height, b_width, b_height,
+             out_plane, a_plane, b_plane);
 }
 
-void haul_wipe_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height,
-                     int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane, const uint8_t* b_plane) {
-  move_plane(Kind::kHaul, 0, style, progress, out_width, out_height, a_width, a_height, b_width, b_height, out_plane,
-             a_plane, b_plane);
+void haul_wipe_plane(const RowKernels& kernels, int style, double progress, int out_width, int out_height, int a_width,
+                     int a_height, int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
+                     const uint8_t* b_plane) {
+  move_plane(kernels, Kind::kHaul, 0, style, progress, out_width, out_height, a_width, a_height, b_width, b_height,
+             out_plane, a_plane, b_plane);
 }
 
 int ZV_STDCALL push_based_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_wipe(out, a, b, params, [&](int index, double progress, auto... plane) {
-    push_wipe_plane(video_black(index != kPlaneY), params->style, progress, plane...);
+  return run_wipe(out, a, b, params, [&](const RowKernels& kernels, int index, double progress, auto... plane) {
+    push_wipe_plane(kernels, video_black(index != kPlaneY), params->style, progress, plane...);
   });
 }
 
 int ZV_STDCALL slide_based_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_wipe(out, a, b, params, [&](int, double progress, auto... plane) {
-    slide_wipe_plane(params->style, progress, plane...);
+  return run_wipe(out, a, b, params, [&](const RowKernels& kernels, int, double progress, auto... plane) {
+    slide_wipe_plane(kernels, params->style, progress, plane...);
   });
 }
 
 int ZV_STDCALL haul_based_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_wipe(out, a, b, params, [&](int, double progress, auto... plane) {
-    haul_wipe_plane(params->style, progress, plane...);
+  return run_wipe(out, a, b, params, [&](const RowKernels& kernels, int, double progress, auto... plane) {
+    haul_wipe_plane(kernels, params->style, progress, plane...);
   });
 }
 

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 
+#include "frame/row_kernels.h"
 #include "frame/transition_op.h"
 
 namespace zv {
@@ -16,12 +17,14 @@ int ZV_STDCALL haul_based_wipe(Image* out, Image* a, Image* b, TransitionParams*
 
 // Plane workers; a style outside 0..7 writes nothing. `fill` is what Push
 // writes where neither picture covers: 16 on Y, 128 on U and V.
-void push_wipe_plane(uint8_t fill, int style, double progress, int out_width, int out_height, int a_width,
+void push_wipe_plane(const RowKernels& kernels, uint8_t fill, int style, double progress, int out_width, int out_height,
+                     int a_width, int a_height, int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
+                     const uint8_t* b_plane);
+void slide_wipe_plane(const RowKernels& kernels, int style, double progress, int out_width, int out_height, int a_width,
+                      int a_height, int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
+                      const uint8_t* b_plane);
+void haul_wipe_plane(const RowKernels& kernels, int style, double progress, int out_width, int out_height, int a_width,
                      int a_height, int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
                      const uint8_t* b_plane);
-void slide_wipe_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height,
-                      int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane, const uint8_t* b_plane);
-void haul_wipe_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height,
-                     int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane, const uint8_t* b_plane);
 
 }  // namespace zv

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "frame/kernel_path.h"
 #include "wipes/shape_rows.h"
 #include "wipes/wipe_entry.h"
 #include "wipes/wipe_rows.h"
@@ -15,10 +14,10 @@ constexpr uint32_t kLastStyle = 7;
 
 // Rows [top, top + rows) show `inner` between columns left and left + cols and
 // `outer` around it; every other row is `outer`.
-void centred_rectangle(const CommonRegion& r, int top, int rows, int left, int cols, const uint8_t* outer,
-                       int outer_stride, const uint8_t* inner, int inner_stride) {
+void centred_rectangle(const RowKernels& kernels, const CommonRegion& r, int top, int rows, int left, int cols,
+                       const uint8_t* outer, int outer_stride, const uint8_t* inner, int inner_stride) {
   const int bottom = top + rows;
-  if (use_reference_path()) {
+  if (kernels.reference) {
     for (int y = 0; y < r.height; ++y) {
       uint8_t* o = r.out + static_cast<std::ptrdiff_t>(y) * r.out_stride;
       const uint8_t* po = outer + static_cast<std::ptrdiff_t>(y) * outer_stride;
@@ -45,8 +44,9 @@ void centred_rectangle(const CommonRegion& r, int top, int rows, int left, int c
 
 }  // namespace
 
-void region_wipe_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height,
-                       int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane, const uint8_t* b_plane) {
+void region_wipe_plane(const RowKernels& kernels, int style, double progress, int out_width, int out_height,
+                       int a_width, int a_height, int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
+                       const uint8_t* b_plane) {
   if (static_cast<uint32_t>(style) > kLastStyle) return;
   const CommonRegion r =
       wipe_region(out_width, out_height, a_width, a_height, b_width, b_height, out_plane, a_plane, b_plane);
@@ -57,10 +57,10 @@ void region_wipe_plane(int style, double progress, int out_width, int out_height
   const int rh = std::clamp(round_to_int(h * progress), 0, h);
   switch (style) {
     case 0:  // Rectangle Open
-      centred_rectangle(r, (h - rh) / 2, rh, (w - rw) / 2, rw, r.a, r.a_stride, r.b, r.b_stride);
+      centred_rectangle(kernels, r, (h - rh) / 2, rh, (w - rw) / 2, rw, r.a, r.a_stride, r.b, r.b_stride);
       break;
     case 1:  // Rectangle Close: an odd margin puts the extra column and row on the right and bottom
-      centred_rectangle(r, rh / 2, h - rh, rw / 2, w - rw, r.b, r.b_stride, r.a, r.a_stride);
+      centred_rectangle(kernels, r, rh / 2, h - rh, rw / 2, w - rw, r.b, r.b_stride, r.a, r.a_stride);
       break;
     case 2:
       round_region(rw, rh, w, h, r.out_stride, out_height, r.a_stride, a_height, r.b_stride, b_height, r.out, r.a, r.b);
@@ -88,8 +88,9 @@ void region_wipe_plane(int style, double progress, int out_width, int out_height
 }
 
 int ZV_STDCALL region_based_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_wipe(out, a, b, params,
-                  [&](int, double progress, auto... plane) { region_wipe_plane(params->style, progress, plane...); });
+  return run_wipe(out, a, b, params, [&](const RowKernels& kernels, int, double progress, auto... plane) {
+    region_wipe_plane(kernels, params->style, progress, plane...);
+  });
 }
 
 }  // namespace zv

@@ -62,8 +62,9 @@ void rotate_wipe_plane(int style, double progress, int out_width, int out_height
 }
 
 int ZV_STDCALL rotate_based_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_wipe(out, a, b, params,
-                  [&](int, double progress, auto... plane) { rotate_wipe_plane(params->style, progress, plane...); });
+  return run_wipe(out, a, b, params, [&](const RowKernels&, int, double progress, auto... plane) {
+    rotate_wipe_plane(params->style, progress, plane...);
+  });
 }
 
 }  // namespace zv

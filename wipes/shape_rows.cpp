@@ -6,7 +6,6 @@
 #include <cstring>
 #include <vector>
 
-#include "frame/kernel_path.h"
 #include "frame/transition_op.h"
 #include "wipes/wipe_rows.h"
 
@@ -239,11 +238,12 @@ void diamond_region(double fraction, int width, int height, int out_stride, int 
   whole_rows(half_h + d, height, width, out_start, out_stride, outside, outside_stride);
 }
 
-void vertical_blinds(double fraction, int n, int width, int height, int out_stride, int first_stride,
-                     int second_stride, uint8_t* out_start, const uint8_t* first, const uint8_t* second) {
+void vertical_blinds(const RowKernels& kernels, double fraction, int n, int width, int height, int out_stride,
+                     int first_stride, int second_stride, uint8_t* out_start, const uint8_t* first,
+                     const uint8_t* second) {
   if (n < 1 || width < 1 || height < 1) return;
   // Every row has the same strips: the fast path works them out once.
-  const bool reference = use_reference_path();
+  const bool reference = kernels.reference;
   std::vector<StripSpan> strips;
   if (!reference) strips = blind_strips(fraction, n, width);
   for (int row = 0; row < height; ++row) {

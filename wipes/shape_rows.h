@@ -7,6 +7,8 @@
 
 #include <cstdint>
 
+#include "frame/row_kernels.h"
+
 namespace zv {
 
 // x * 3.1415926535: angles of the rotating wipes use this ten-decimal pi.
@@ -36,8 +38,9 @@ void diamond_region(double fraction, int width, int height, int out_stride, int 
 
 // Blinds: n strips; in each, `second` grows over a share `fraction` of the
 // strip from its leading edge and `first` fills the rest.
-void vertical_blinds(double fraction, int n, int width, int height, int out_stride, int first_stride,
-                     int second_stride, uint8_t* out_start, const uint8_t* first, const uint8_t* second);
+void vertical_blinds(const RowKernels& kernels, double fraction, int n, int width, int height, int out_stride,
+                     int first_stride, int second_stride, uint8_t* out_start, const uint8_t* first,
+                     const uint8_t* second);
 void horizontal_blinds(double fraction, int n, int width, int height, int out_stride, int first_stride,
                        int second_stride, uint8_t* out_start, const uint8_t* first, const uint8_t* second);
 // Strips 2W / n wide whose edges rise (x + y * W / H constant) or fall

@@ -1,6 +1,5 @@
 #include "wipes/split_wipes.h"
 
-#include "frame/kernel_path.h"
 #include "wipes/wipe_entry.h"
 #include "wipes/wipe_pieces.h"
 
@@ -74,14 +73,14 @@ bool inside(const BlockRect& r, int x, int y) {
 
 // Split Back's first style: the halves of `a` at scale 1 - progress, each
 // against the middle of its own side edge, over `b` in place.
-void split_back_open(const CommonRegion& c, double progress) {
+void split_back_open(const RowKernels& kernels, const CommonRegion& c, double progress) {
   const int w = c.width, h = c.height, half = w / 2;
   const double scale = 1.0 - progress;
   const int left_w = rounded_travel(scale, half), right_w = rounded_travel(scale, w - half);
   const int rows = rounded_travel(scale, h), top = (h - rows) / 2;
   const BlockRect left_target{0, top, left_w, rows}, left_source{0, 0, half, h};
   const BlockRect right_target{w - right_w, top, right_w, rows}, right_source{half, 0, w - half, h};
-  if (use_reference_path()) {
+  if (kernels.reference) {
     for (int y = 0; y < h; ++y) {
       uint8_t* out = row_at(c.out, c.out_stride, y);
       const uint8_t* b = picture_row(c, Pic::kB, y);
@@ -105,8 +104,9 @@ void split_back_open(const CommonRegion& c, double progress) {
 
 }  // namespace
 
-void split_wipe_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height, int b_width,
-                      int b_height, uint8_t* out_plane, const uint8_t* a_plane, const uint8_t* b_plane) {
+void split_wipe_plane(const RowKernels& kernels, int style, double progress, int out_width, int out_height, int a_width,
+                      int a_height, int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
+                      const uint8_t* b_plane) {
   if (static_cast<uint32_t>(style) > kLastSplitStyle) return;
   const CommonRegion c =
       wipe_region(out_width, out_height, a_width, a_height, b_width, b_height, out_plane, a_plane, b_plane);
@@ -117,12 +117,13 @@ void split_wipe_plane(int style, double progress, int out_width, int out_height,
     list.add_in_place(Pic::kB, 0, 0, r.width, r.height);
     add_grid(list, Pic::kA, pair == 2 ? whole_axis(r.width) : split_axis(p, r.width),
              pair == 1 ? whole_axis(r.height) : split_axis(p, r.height));
-    draw_pieces(r, list);
+    draw_pieces(kernels, r, list);
   });
 }
 
-void center_split_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height,
-                        int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane, const uint8_t* b_plane) {
+void center_split_plane(const RowKernels& kernels, int style, double progress, int out_width, int out_height,
+                        int a_width, int a_height, int b_width, int b_height, uint8_t* out_plane,
+                        const uint8_t* a_plane, const uint8_t* b_plane) {
   if (static_cast<uint32_t>(style) > kLastCenterSplitStyle) return;
   const CommonRegion c =
       wipe_region(out_width, out_height, a_width, a_height, b_width, b_height, out_plane, a_plane, b_plane);
@@ -131,12 +132,13 @@ void center_split_plane(int style, double progress, int out_width, int out_heigh
     PieceList list;
     list.add_in_place(Pic::kA, 0, 0, r.width, r.height);
     add_grid(list, Pic::kB, center_axis(p, r.width), center_axis(p, r.height));
-    draw_pieces(r, list);
+    draw_pieces(kernels, r, list);
   });
 }
 
-void double_slide_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height,
-                        int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane, const uint8_t* b_plane) {
+void double_slide_plane(const RowKernels& kernels, int style, double progress, int out_width, int out_height,
+                        int a_width, int a_height, int b_width, int b_height, uint8_t* out_plane,
+                        const uint8_t* a_plane, const uint8_t* b_plane) {
   if (static_cast<uint32_t>(style) > kLastDoubleSlideStyle) return;
   const CommonRegion c =
       wipe_region(out_width, out_height, a_width, a_height, b_width, b_height, out_plane, a_plane, b_plane);
@@ -154,36 +156,41 @@ void double_slide_plane(int style, double progress, int out_width, int out_heigh
   } else {
     list.add(Pic::kB, w - dx, band_top, dx, band_rows, 0, band_top);
   }
-  draw_pieces(c, list);
+  draw_pieces(kernels, c, list);
 }
 
-void split_back_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height, int b_width,
-                      int b_height, uint8_t* out_plane, const uint8_t* a_plane, const uint8_t* b_plane) {
+void split_back_plane(const RowKernels& kernels, int style, double progress, int out_width, int out_height, int a_width,
+                      int a_height, int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
+                      const uint8_t* b_plane) {
   if (static_cast<uint32_t>(style) > kLastSplitBackStyle) return;
   const CommonRegion c =
       wipe_region(out_width, out_height, a_width, a_height, b_width, b_height, out_plane, a_plane, b_plane);
   if (c.empty()) return;
-  even_or_reversed(style, progress, c, split_back_open);
+  even_or_reversed(style, progress, c, [&](const CommonRegion& r, double p) { split_back_open(kernels, r, p); });
 }
 
 int ZV_STDCALL split_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_wipe(out, a, b, params,
-                  [&](int, double progress, auto... plane) { split_wipe_plane(params->style, progress, plane...); });
+  return run_wipe(out, a, b, params, [&](const RowKernels& kernels, int, double progress, auto... plane) {
+    split_wipe_plane(kernels, params->style, progress, plane...);
+  });
 }
 
 int ZV_STDCALL center_split_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_wipe(out, a, b, params,
-                  [&](int, double progress, auto... plane) { center_split_plane(params->style, progress, plane...); });
+  return run_wipe(out, a, b, params, [&](const RowKernels& kernels, int, double progress, auto... plane) {
+    center_split_plane(kernels, params->style, progress, plane...);
+  });
 }
 
 int ZV_STDCALL double_slide_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_wipe(out, a, b, params,
-                  [&](int, double progress, auto... plane) { double_slide_plane(params->style, progress, plane...); });
+  return run_wipe(out, a, b, params, [&](const RowKernels& kernels, int, double progress, auto... plane) {
+    double_slide_plane(kernels, params->style, progress, plane...);
+  });
 }
 
 int ZV_STDCALL split_back_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_wipe(out, a, b, params,
-                  [&](int, double progress, auto... plane) { split_back_plane(params->style, progress, plane...); });
+  return run_wipe(out, a, b, params, [&](const RowKernels& kernels, int, double progress, auto... plane) {
+    split_back_plane(kernels, params->style, progress, plane...);
+  });
 }
 
 }  // namespace zv

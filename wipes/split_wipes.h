@@ -6,6 +6,7 @@
 
 #include <cstdint>
 
+#include "frame/row_kernels.h"
 #include "frame/transition_op.h"
 
 namespace zv {
@@ -16,13 +17,17 @@ int ZV_STDCALL double_slide_wipe(Image* out, Image* a, Image* b, TransitionParam
 int ZV_STDCALL split_back_wipe(Image* out, Image* a, Image* b, TransitionParams* params);
 
 // Plane workers; a style past the last one writes nothing.
-void split_wipe_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height, int b_width,
-                      int b_height, uint8_t* out_plane, const uint8_t* a_plane, const uint8_t* b_plane);
-void center_split_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height,
-                        int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane, const uint8_t* b_plane);
-void double_slide_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height,
-                        int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane, const uint8_t* b_plane);
-void split_back_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height, int b_width,
-                      int b_height, uint8_t* out_plane, const uint8_t* a_plane, const uint8_t* b_plane);
+void split_wipe_plane(const RowKernels& kernels, int style, double progress, int out_width, int out_height, int a_width,
+                      int a_height, int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
+                      const uint8_t* b_plane);
+void center_split_plane(const RowKernels& kernels, int style, double progress, int out_width, int out_height,
+                        int a_width, int a_height, int b_width, int b_height, uint8_t* out_plane,
+                        const uint8_t* a_plane, const uint8_t* b_plane);
+void double_slide_plane(const RowKernels& kernels, int style, double progress, int out_width, int out_height,
+                        int a_width, int a_height, int b_width, int b_height, uint8_t* out_plane,
+                        const uint8_t* a_plane, const uint8_t* b_plane);
+void split_back_plane(const RowKernels& kernels, int style, double progress, int out_width, int out_height, int a_width,
+                      int a_height, int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
+                      const uint8_t* b_plane);
 
 }  // namespace zv

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "frame/kernel_path.h"
 #include "frame/rows.h"
 #include "wipes/wipe_entry.h"
 
@@ -43,9 +42,9 @@ uint8_t leaf_sample(DoorKind kind, const DoorRow& r, int w, int x, const uint8_t
 
 }  // namespace
 
-void triangle_door_cell(DoorKind kind, DoorAction action, Diagonal diagonal, double progress, int cell_width,
-                        int cell_height, int out_stride, int leaf_stride, int behind_stride, uint8_t* out_start,
-                        const uint8_t* leaf_start, const uint8_t* behind_start) {
+void triangle_door_cell(const RowKernels& kernels, DoorKind kind, DoorAction action, Diagonal diagonal, double progress,
+                        int cell_width, int cell_height, int out_stride, int leaf_stride, int behind_stride,
+                        uint8_t* out_start, const uint8_t* leaf_start, const uint8_t* behind_start) {
   if (cell_width < 1 || cell_height < 1) return;
   // How far the leaves are in place: all the way at the start of Open and at
   // the end of Close.
@@ -56,7 +55,7 @@ void triangle_door_cell(DoorKind kind, DoorAction action, Diagonal diagonal, dou
     uint8_t* out = row_at(out_start, out_stride, y);
     const uint8_t* leaf = row_at(leaf_start, leaf_stride, y);
     const uint8_t* behind = row_at(behind_start, behind_stride, y);
-    if (use_reference_path()) {
+    if (kernels.reference) {
       for (int x = 0; x < w; ++x) {
         const bool on_leaf = x < r.left_end || x >= r.right_begin;
         out[x] = on_leaf ? leaf_sample(kind, r, w, x, leaf) : behind[x];
@@ -74,9 +73,9 @@ void triangle_door_cell(DoorKind kind, DoorAction action, Diagonal diagonal, dou
   }
 }
 
-void triangle_door_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height,
-                         int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
-                         const uint8_t* b_plane) {
+void triangle_door_plane(const RowKernels& kernels, int style, double progress, int out_width, int out_height,
+                         int a_width, int a_height, int b_width, int b_height, uint8_t* out_plane,
+                         const uint8_t* a_plane, const uint8_t* b_plane) {
   if (static_cast<uint32_t>(style) > kLastSingleStyle) return;
   const CommonRegion c =
       wipe_region(out_width, out_height, a_width, a_height, b_width, b_height, out_plane, a_plane, b_plane);
@@ -87,13 +86,14 @@ void triangle_door_plane(int style, double progress, int out_width, int out_heig
   const DoorAction action = style % 4 < 2 ? DoorAction::kClose : DoorAction::kOpen;
   const Diagonal diagonal = style % 2 == 0 ? Diagonal::kFalling : Diagonal::kRising;
   const bool open = action == DoorAction::kOpen;
-  triangle_door_cell(kind, action, diagonal, progress, c.width, c.height, c.out_stride, open ? c.a_stride : c.b_stride,
-                     open ? c.b_stride : c.a_stride, c.out, open ? c.a : c.b, open ? c.b : c.a);
+  triangle_door_cell(kernels, kind, action, diagonal, progress, c.width, c.height, c.out_stride,
+                     open ? c.a_stride : c.b_stride, open ? c.b_stride : c.a_stride, c.out, open ? c.a : c.b,
+                     open ? c.b : c.a);
 }
 
-void multi_triangle_door_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height,
-                               int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
-                               const uint8_t* b_plane) {
+void multi_triangle_door_plane(const RowKernels& kernels, int style, double progress, int out_width, int out_height,
+                               int a_width, int a_height, int b_width, int b_height, uint8_t* out_plane,
+                               const uint8_t* a_plane, const uint8_t* b_plane) {
   if (static_cast<uint32_t>(style) > kLastMultiStyle) return;
   const CommonRegion c =
       wipe_region(out_width, out_height, a_width, a_height, b_width, b_height, out_plane, a_plane, b_plane);
@@ -110,7 +110,7 @@ void multi_triangle_door_plane(int style, double progress, int out_width, int ou
       const Diagonal diagonal = (i + j) % 2 == 0 ? Diagonal::kRising : Diagonal::kFalling;
       const uint8_t* a = row_at(c.a, c.a_stride, y0) + x0;
       const uint8_t* b = row_at(c.b, c.b_stride, y0) + x0;
-      triangle_door_cell(DoorKind::kSwing, action, diagonal, progress, x1 - x0, y1 - y0, c.out_stride,
+      triangle_door_cell(kernels, DoorKind::kSwing, action, diagonal, progress, x1 - x0, y1 - y0, c.out_stride,
                          open ? c.a_stride : c.b_stride, open ? c.b_stride : c.a_stride,
                          row_at(c.out, c.out_stride, y0) + x0, open ? a : b, open ? b : a);
     }
@@ -118,13 +118,14 @@ void multi_triangle_door_plane(int style, double progress, int out_width, int ou
 }
 
 int ZV_STDCALL single_triangle_door(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_wipe(out, a, b, params,
-                  [&](int, double progress, auto... plane) { triangle_door_plane(params->style, progress, plane...); });
+  return run_wipe(out, a, b, params, [&](const RowKernels& kernels, int, double progress, auto... plane) {
+    triangle_door_plane(kernels, params->style, progress, plane...);
+  });
 }
 
 int ZV_STDCALL multi_triangle_door(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_wipe(out, a, b, params, [&](int, double progress, auto... plane) {
-    multi_triangle_door_plane(params->style, progress, plane...);
+  return run_wipe(out, a, b, params, [&](const RowKernels& kernels, int, double progress, auto... plane) {
+    multi_triangle_door_plane(kernels, params->style, progress, plane...);
   });
 }
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "frame/kernel_path.h"
 #include "wipes/shape_rows.h"
 #include "wipes/wipe_entry.h"
 #include "wipes/wipe_pieces.h"
@@ -220,14 +219,14 @@ void windows_fast(const CommonRegion& c, const Windows& win, SourceRule rule, in
   }
 }
 
-void windows_plane(bool push, int style, double progress, const CommonRegion& c) {
+void windows_plane(const RowKernels& kernels, bool push, int style, double progress, const CommonRegion& c) {
   const int w = c.width, h = c.height;
   // Push truncates its travel while Slide rounds it, as the whole-picture
   // Push and Slide do.
   const int dx = travel(push ? truncate_to_int(w * progress) : round_to_int(w * progress), w);
   const int dy = travel(push ? truncate_to_int(h * progress) : round_to_int(h * progress), h);
   const SourceRule rule = push ? push_source : slide_source;
-  if (use_reference_path()) {
+  if (kernels.reference) {
     windows_reference(c, kWindows[style], rule, dx, dy);
   } else {
     windows_fast(c, kWindows[style], rule, dx, dy);
@@ -236,9 +235,9 @@ void windows_plane(bool push, int style, double progress, const CommonRegion& c)
 
 }  // namespace
 
-void triangle_rotate_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height,
-                           int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
-                           const uint8_t* b_plane) {
+void triangle_rotate_plane(const RowKernels& kernels, int style, double progress, int out_width, int out_height,
+                           int a_width, int a_height, int b_width, int b_height, uint8_t* out_plane,
+                           const uint8_t* a_plane, const uint8_t* b_plane) {
   if (static_cast<uint32_t>(style) > kLastRotateStyle) return;
   const CommonRegion c =
       wipe_region(out_width, out_height, a_width, a_height, b_width, b_height, out_plane, a_plane, b_plane);
@@ -251,45 +250,46 @@ void triangle_rotate_plane(int style, double progress, int out_width, int out_he
   const double theta = times_pi(1.0 - progress) * 0.5;  // the turn still to go
   const Lid lid{style == 1 ? static_cast<double>(c.width) : 0.0, static_cast<double>(c.height), std::cos(theta),
                 std::sin(theta), style == 1};
-  if (use_reference_path()) {
+  if (kernels.reference) {
     rotate_reference(c, lid);
   } else {
     rotate_fast(c, lid);
   }
 }
 
-void triangle_push_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height,
-                         int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
-                         const uint8_t* b_plane) {
+void triangle_push_plane(const RowKernels& kernels, int style, double progress, int out_width, int out_height,
+                         int a_width, int a_height, int b_width, int b_height, uint8_t* out_plane,
+                         const uint8_t* a_plane, const uint8_t* b_plane) {
   if (static_cast<uint32_t>(style) > kLastWindowStyle) return;
   const CommonRegion c =
       wipe_region(out_width, out_height, a_width, a_height, b_width, b_height, out_plane, a_plane, b_plane);
-  if (!c.empty()) windows_plane(true, style, progress, c);
+  if (!c.empty()) windows_plane(kernels, true, style, progress, c);
 }
 
-void triangle_slide_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height,
-                          int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
-                          const uint8_t* b_plane) {
+void triangle_slide_plane(const RowKernels& kernels, int style, double progress, int out_width, int out_height,
+                          int a_width, int a_height, int b_width, int b_height, uint8_t* out_plane,
+                          const uint8_t* a_plane, const uint8_t* b_plane) {
   if (static_cast<uint32_t>(style) > kLastWindowStyle) return;
   const CommonRegion c =
       wipe_region(out_width, out_height, a_width, a_height, b_width, b_height, out_plane, a_plane, b_plane);
-  if (!c.empty()) windows_plane(false, style, progress, c);
+  if (!c.empty()) windows_plane(kernels, false, style, progress, c);
 }
 
 int ZV_STDCALL triangle_rotate_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_wipe(out, a, b, params, [&](int, double progress, auto... plane) {
-    triangle_rotate_plane(params->style, progress, plane...);
+  return run_wipe(out, a, b, params, [&](const RowKernels& kernels, int, double progress, auto... plane) {
+    triangle_rotate_plane(kernels, params->style, progress, plane...);
   });
 }
 
 int ZV_STDCALL triangle_push_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_wipe(out, a, b, params,
-                  [&](int, double progress, auto... plane) { triangle_push_plane(params->style, progress, plane...); });
+  return run_wipe(out, a, b, params, [&](const RowKernels& kernels, int, double progress, auto... plane) {
+    triangle_push_plane(kernels, params->style, progress, plane...);
+  });
 }
 
 int ZV_STDCALL triangle_slide_wipe(Image* out, Image* a, Image* b, TransitionParams* params) {
-  return run_wipe(out, a, b, params, [&](int, double progress, auto... plane) {
-    triangle_slide_plane(params->style, progress, plane...);
+  return run_wipe(out, a, b, params, [&](const RowKernels& kernels, int, double progress, auto... plane) {
+    triangle_slide_plane(kernels, params->style, progress, plane...);
   });
 }
 

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 
+#include "frame/row_kernels.h"
 #include "frame/transition_op.h"
 
 namespace zv {
@@ -16,13 +17,14 @@ int ZV_STDCALL triangle_push_wipe(Image* out, Image* a, Image* b, TransitionPara
 int ZV_STDCALL triangle_slide_wipe(Image* out, Image* a, Image* b, TransitionParams* params);
 
 // Plane workers; a style past the last one writes nothing.
-void triangle_rotate_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height,
-                           int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
-                           const uint8_t* b_plane);
-void triangle_push_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height,
-                         int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane, const uint8_t* b_plane);
-void triangle_slide_plane(int style, double progress, int out_width, int out_height, int a_width, int a_height,
-                          int b_width, int b_height, uint8_t* out_plane, const uint8_t* a_plane,
-                          const uint8_t* b_plane);
+void triangle_rotate_plane(const RowKernels& kernels, int style, double progress, int out_width, int out_height,
+                           int a_width, int a_height, int b_width, int b_height, uint8_t* out_plane,
+                           const uint8_t* a_plane, const uint8_t* b_plane);
+void triangle_push_plane(const RowKernels& kernels, int style, double progress, int out_width, int out_height,
+                         int a_width, int a_height, int b_width, int b_height, uint8_t* out_plane,
+                         const uint8_t* a_plane, const uint8_t* b_plane);
+void triangle_slide_plane(const RowKernels& kernels, int style, double progress, int out_width, int out_height,
+                          int a_width, int a_height, int b_width, int b_height, uint8_t* out_plane,
+                          const uint8_t* a_plane, const uint8_t* b_plane);
 
 }  // namespace zv

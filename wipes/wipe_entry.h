@@ -7,16 +7,18 @@
 namespace zv {
 
 // The entry sequence of the wipes (run_transition) with the wipes' worker
-// shape: worker(plane index, progress, outWidth, outHeight, aWidth, aHeight,
-// bWidth, bHeight, outPlane, aPlane, bPlane). Returns the prologue's code or 0.
+// shape: worker(row kernels, plane index, progress, outWidth, outHeight,
+// aWidth, aHeight, bWidth, bHeight, outPlane, aPlane, bPlane), the row
+// kernels being those run_transition chose for the call (their `reference`
+// picks the worker's path). Returns the prologue's code or 0.
 // A NaN progress (zero duration, NaN position) is not greater than 0, so it
 // becomes 0 and every wipe shows `a`.
 template <typename Worker>
 int run_wipe(Image* out, Image* a, Image* b, TransitionParams* params, Worker&& worker,
              const EntryRules& rules = EntryRules{}) {
   return run_transition(out, a, b, params, rules, [&](const PlaneJob& j) {
-    worker(j.index, j.progress, j.out.width, j.out.height, j.a.width, j.a.height, j.b.width, j.b.height, j.out.data,
-           static_cast<const uint8_t*>(j.a.data), static_cast<const uint8_t*>(j.b.data));
+    worker(j.rows, j.index, j.progress, j.out.width, j.out.height, j.a.width, j.a.height, j.b.width, j.b.height,
+           j.out.data, static_cast<const uint8_t*>(j.a.data), static_cast<const uint8_t*>(j.b.data));
   });
 }
 

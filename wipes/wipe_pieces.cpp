@@ -1,7 +1,5 @@
 #include "wipes/wipe_pieces.h"
 
-#include "frame/kernel_path.h"
-
 namespace zv {
 
 void draw_pieces_reference(const CommonRegion& c, const PieceList& pieces) {
@@ -28,8 +26,8 @@ void draw_pieces_fast(const CommonRegion& c, const PieceList& pieces) {
   }
 }
 
-void draw_pieces(const CommonRegion& c, const PieceList& pieces) {
-  if (use_reference_path()) {
+void draw_pieces(const RowKernels& kernels, const CommonRegion& c, const PieceList& pieces) {
+  if (kernels.reference) {
     draw_pieces_reference(c, pieces);
   } else {
     draw_pieces_fast(c, pieces);

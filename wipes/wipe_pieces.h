@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "frame/plane.h"
+#include "frame/row_kernels.h"
 #include "frame/rows.h"
 
 namespace zv {
@@ -38,7 +39,7 @@ struct PieceList {
 // copy per piece.
 void draw_pieces_reference(const CommonRegion& c, const PieceList& pieces);
 void draw_pieces_fast(const CommonRegion& c, const PieceList& pieces);
-void draw_pieces(const CommonRegion& c, const PieceList& pieces);
+void draw_pieces(const RowKernels& kernels, const CommonRegion& c, const PieceList& pieces);
 
 inline const uint8_t* picture_row(const CommonRegion& c, Pic pic, int row) {
   return pic == Pic::kA ? row_at(c.a, c.a_stride, row) : row_at(c.b, c.b_stride, row);

@@ -1,5 +1,5 @@
-// How the library's string resources are laid out in its module on POSIX
-// systems, where modules carry no resource section: one exported, sorted table.
+// How a module lays out its string resources for the host's string loader on
+// POSIX systems, where modules carry no resource section: one exported, sorted table.
 #pragma once
 
 struct ZvStringResource {
