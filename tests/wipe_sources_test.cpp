@@ -95,6 +95,10 @@ std::string case_name(const ::testing::TestParamInfo<SourceCase>& info) { return
 Where b_where(std::function<bool(int, int)> shows_b) {
   return [shows_b](int x, int y) { return shows_b(x, y) ? from_b(x, y) : from_a(x, y); };
 }
+// Row `row` only: `b` where the test holds, `a` elsewhere, in place.
+Where b_where_on_row(int row, std::function<bool(int)> shows_b) {
+  return [=](int x, int y) { return y != row ? kUnchecked : shows_b(x) ? from_b(x, y) : from_a(x, y); };
+}
 // A picture of the plane: 'a', 'b', '.' (out kept its sample), in place; rows
 // past the list or '-' are not checked.
 Where map(std::vector<std::string> rows) {
@@ -194,9 +198,8 @@ const SourceCase kRegionCases[] = {
     // than the top row.
     {"DiamondOpenHalfOnPal", kRegion, 6, 0.5, 720, 576, 0,
      [](int x, int y) {
-       if (y == 0) return x == 359 || x == 360 ? from_b(x, y) : from_a(x, y);
        if (y == 287 || y == 288) return from_b(x, y);
-       if (y == 575) return x >= 357 && x < 363 ? from_b(x, y) : from_a(x, y);
+       if (y == 0 || y == 575) return x >= (y ? 357 : 359) && x < (y ? 363 : 361) ? from_b(x, y) : from_a(x, y);
        return kUnchecked;
      }},
 };
@@ -212,10 +215,7 @@ const SourceCase kClockCases[] = {
     {"DoubleClockwiseHalf", kClock, 3, 0.5, 720, 576, 0, b_where([](int x, int y) { return (x >= 360) == (y < 288); })},
     // Quarter hands at 45 degrees: row 100 (dy = -187.5).
     {"FourTimesClockwiseHalfRow100", kClock, 5, 0.5, 720, 576, 0,
-     [](int x, int y) {
-       if (y != 100) return kUnchecked;
-       return x <= 171 || (x >= 360 && x <= 546) ? from_b(x, y) : from_a(x, y);
-     }},
+     b_where_on_row(100, [](int x) { return x <= 171 || (x >= 360 && x <= 546); })},
     {"SingleOpenHalfIsTopHalf", kClock, 6, 0.5, 720, 576, 0, b_where([](int, int y) { return y < 288; })},
     // Odd sizes put sample centres on the centre lines: the centre column is
     // inside both fans, the centre row outside, the 45-degree samples outside
@@ -229,8 +229,7 @@ const SourceCase kClockCases[] = {
     {"CenterRotateFromLeftHalf", kCenterRotate, 0, 0.5, 720, 576, 0, b_where([](int, int y) { return y >= 288; })},
     {"CenterRotateFromBottomQuarter", kCenterRotate, 2, 0.25, 720, 576, 0,
      [](int x, int y) {
-       if (y == 476) return x >= 460 ? from_b(x, y) : from_a(x, y);
-       if (y == 376) return x >= 560 ? from_b(x, y) : from_a(x, y);
+       if (y == 476 || y == 376) return x >= (y == 476 ? 460 : 560) ? from_b(x, y) : from_a(x, y);
        return y == 0 ? from_a(x, y) : kUnchecked;
      }},
     {"CenterRotateFromTopHalf", kCenterRotate, 7, 0.5, 720, 576, 0, b_where([](int x, int) { return x >= 360; })},
@@ -290,14 +289,12 @@ const SourceCase kStripCases[] = {
      [](int x, int y) {
        if (y == 0) return x < 2 ? from_b(x, y) : from_a(x - 2, y);
        return y == 3 ? (x < 6 ? from_a(x + 2, y) : from_b(x, y)) : kUnchecked;
-     },
-     1},
+     }, 1},
     {"CrossOpenVerticalShiftsA", kCross, 3, 0.25, 4, 8, 0,
      [](int x, int y) {
        if (x == 0) return y < 2 ? from_b(x, y) : from_a(x, y - 2);
        return x == 3 ? (y < 6 ? from_a(x, y + 2) : from_b(x, y)) : kUnchecked;
-     },
-     1},
+     }, 1},
 };
 INSTANTIATE_TEST_SUITE_P(Strips, WipeSources, ::testing::ValuesIn(kStripCases), case_name);
 
@@ -341,8 +338,7 @@ const SourceCase kBuildCases[] = {
        if (y == 480) return x < 58 || x >= 388 ? from_b(x, y) : from_a(x, y);
        if (y < 460 || y >= 518 || x < 58 || x >= 604) return kUnchecked;
        return x >= 388 ? from_b(x, y) : from_a(x, y);
-     },
-     10},
+     }, 10},
     // 90 percent becomes 50: t = 288, segments of 720, 288 and 432; at 0.75 the
     // head is 72 into the bottom-left one.
     {"SpiralThicknessAboveLimitIsHalf", kSpiral, 1, 0.75, 720, 576, 0,
@@ -375,15 +371,9 @@ const SourceCase kSplitCases[] = {
        return from_a(left ? x + 180 : x - 180, top ? y + 144 : y - 144);
      }},
     {"SplitCloseHorizontalQuarter", kSplit, 3, 0.25, 720, 576, 0,
-     [](int x, int y) {
-       if (x < 90) return from_b(x + 270, y);
-       return x >= 630 ? from_b(x - 270, y) : from_a(x, y);
-     }},
+     [](int x, int y) { return x < 90 ? from_b(x + 270, y) : x >= 630 ? from_b(x - 270, y) : from_a(x, y); }},
     {"SplitVerticalOpenQuarter", kSplit, 4, 0.25, 720, 576, 0,
-     [](int x, int y) {
-       if (y < 216) return from_a(x, y + 72);
-       return y >= 360 ? from_a(x, y - 72) : from_b(x, y);
-     }},
+     [](int x, int y) { return y < 216 ? from_a(x, y + 72) : y >= 360 ? from_a(x, y - 72) : from_b(x, y); }},
     // The quarters of `b` come out of the centre, outer corners first.
     {"CenterSplitOpenHalf", kCenterSplit, 0, 0.5, 720, 576, 0,
      [](int x, int y) {
@@ -402,10 +392,7 @@ const SourceCase kSplitCases[] = {
     {"DoubleSlideHalf", kDoubleSlide, 0, 0.5, 720, 576, 0,
      [](int x, int y) { return y < 288 ? from_b(x, y) : from_a(x, y); }},
     {"DoubleSlideRightToLeftLowerBand", kDoubleSlide, 1, 0.75, 720, 576, 0,
-     [](int x, int y) {
-       if (y < 288) return from_b(x, y);
-       return x >= 360 ? from_b(x - 360, y) : from_a(x, y);
-     }},
+     [](int x, int y) { return y < 288 ? from_b(x, y) : x >= 360 ? from_b(x - 360, y) : from_a(x, y); }},
     // Each half of `a` at half size against the middle of its side edge.
     {"SplitBackOpenHalf", kSplitBack, 0, 0.5, 720, 576, 0,
      [](int x, int y) {
@@ -448,18 +435,14 @@ const SourceCase kTriangleCases[] = {
     {"RotateRightHalf", kTriangleRotate, 1, 0.5, 720, 576, 0, spots({{709, 100, from_b(376, 247)}})},
     {"Push1HalfRow0", kTrianglePush, 0, 0.5, 720, 576, 0,
      [](int x, int y) {
-       if (y != 0) return kUnchecked;
-       if (x == 0) return from_b(360, 0);
-       return x < 360 ? from_a(x + 360, 0) : from_b(x - 360, 0);
+       return y ? kUnchecked : x == 0 ? from_b(360, 0) : x < 360 ? from_a(x + 360, 0) : from_b(x - 360, 0);
      }},
     {"Push1QuarterEdgeRows", kTrianglePush, 0, 0.25, 720, 576, 0, push1_quarter_edge_rows},
     {"Push2Half", kTrianglePush, 1, 0.5, 720, 576, 0,
      spots({{700, 10, from_b(700, 298)}, {10, 500, from_b(10, 212)}, {700, 300, from_a(700, 12)}})},
     {"Slide1QuarterRow0", kTriangleSlide, 0, 0.25, 720, 576, 0,
      [](int x, int y) {
-       if (y != 0) return kUnchecked;
-       if (x == 0) return from_b(540, 0);
-       return x < 540 ? from_a(x, 0) : from_b(x - 540, 0);
+       return y ? kUnchecked : x == 0 ? from_b(540, 0) : x < 540 ? from_a(x, 0) : from_b(x - 540, 0);
      }},
     {"Slide4Half", kTriangleSlide, 3, 0.5, 720, 576, 0,
      spots({{10, 10, from_b(10, 298)}, {710, 570, from_b(710, 282)}, {710, 100, from_a(710, 100)}})},
