@@ -7,6 +7,7 @@
 // and zv_fuzz_gl (the OpenGL transitions, much slower per call; their sizes
 // are kept small because the library caches bitmaps per frame size).
 #include <fuzzer/FuzzedDataProvider.h>
+#include <sanitizer/asan_interface.h>  // the poisoning is a no-op without AddressSanitizer
 
 #include <algorithm>
 #include <cmath>
@@ -26,17 +27,6 @@
 #include "imaging/image_resize.h"
 #include "imaging/yuv_rgb.h"
 
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#include <sanitizer/asan_interface.h>
-#define ZV_FUZZ_POISON(p, n) ASAN_POISON_MEMORY_REGION(p, n)
-#define ZV_FUZZ_UNPOISON(p, n) ASAN_UNPOISON_MEMORY_REGION(p, n)
-#endif
-#endif
-#ifndef ZV_FUZZ_POISON
-#define ZV_FUZZ_POISON(p, n) ((void)(p), (void)(n))
-#define ZV_FUZZ_UNPOISON(p, n) ((void)(p), (void)(n))
-#endif
 
 namespace {
 
@@ -59,10 +49,10 @@ class GuardedBuffer {
  public:
   static constexpr size_t kGuard = 64;
   explicit GuardedBuffer(size_t size) : size_(size), block_(new uint8_t[size + 2 * kGuard]) {
-    ZV_FUZZ_POISON(block_.get(), kGuard);
-    ZV_FUZZ_POISON(block_.get() + kGuard + size, kGuard);
+    ASAN_POISON_MEMORY_REGION(block_.get(), kGuard);
+    ASAN_POISON_MEMORY_REGION(block_.get() + kGuard + size, kGuard);
   }
-  ~GuardedBuffer() { ZV_FUZZ_UNPOISON(block_.get(), size_ + 2 * kGuard); }
+  ~GuardedBuffer() { ASAN_UNPOISON_MEMORY_REGION(block_.get(), size_ + 2 * kGuard); }
   uint8_t* data() const { return block_.get() + kGuard; }
   size_t size() const { return size_; }
 
