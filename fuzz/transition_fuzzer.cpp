@@ -7,6 +7,7 @@
 // and zv_fuzz_gl (the OpenGL transitions, much slower per call; their sizes
 // are kept small because the library caches bitmaps per frame size).
 #include <fuzzer/FuzzedDataProvider.h>
+#include <sanitizer/asan_interface.h>  // the poisoning is a no-op without AddressSanitizer
 
 #include <algorithm>
 #include <cmath>
@@ -15,6 +16,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <limits>
+#include <memory>
 #include <vector>
 
 #include "frame/registration.h"
@@ -25,17 +27,6 @@
 #include "imaging/image_resize.h"
 #include "imaging/yuv_rgb.h"
 
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#include <sanitizer/asan_interface.h>
-#define ZV_FUZZ_POISON(p, n) ASAN_POISON_MEMORY_REGION(p, n)
-#define ZV_FUZZ_UNPOISON(p, n) ASAN_UNPOISON_MEMORY_REGION(p, n)
-#endif
-#endif
-#ifndef ZV_FUZZ_POISON
-#define ZV_FUZZ_POISON(p, n) ((void)(p), (void)(n))
-#define ZV_FUZZ_UNPOISON(p, n) ((void)(p), (void)(n))
-#endif
 
 namespace {
 
@@ -43,10 +34,7 @@ namespace {
 constexpr int kOpenGlIds[] = {42, 43, 45, 47, 48, 49, 50, 51, 52, 55, 57, 58, 60, 61, 62, 64};
 
 [[maybe_unused]] bool is_open_gl(int id) {
-  for (int gl : kOpenGlIds) {
-    if (gl == id) return true;
-  }
-  return false;
+  return std::find(std::begin(kOpenGlIds), std::end(kOpenGlIds), id) != std::end(kOpenGlIds);
 }
 
 #ifdef ZV_FUZZ_OPEN_GL
@@ -60,23 +48,17 @@ constexpr int kMaxSide = 200;
 class GuardedBuffer {
  public:
   static constexpr size_t kGuard = 64;
-  explicit GuardedBuffer(size_t size) : size_(size), block_(static_cast<uint8_t*>(std::malloc(size + 2 * kGuard))) {
-    if (!block_) std::abort();
-    ZV_FUZZ_POISON(block_, kGuard);
-    ZV_FUZZ_POISON(block_ + kGuard + size, kGuard);
+  explicit GuardedBuffer(size_t size) : size_(size), block_(new uint8_t[size + 2 * kGuard]) {
+    ASAN_POISON_MEMORY_REGION(block_.get(), kGuard);
+    ASAN_POISON_MEMORY_REGION(block_.get() + kGuard + size, kGuard);
   }
-  ~GuardedBuffer() {
-    ZV_FUZZ_UNPOISON(block_, size_ + 2 * kGuard);
-    std::free(block_);
-  }
-  GuardedBuffer(const GuardedBuffer&) = delete;
-  GuardedBuffer& operator=(const GuardedBuffer&) = delete;
-  uint8_t* data() const { return block_ + kGuard; }
+  ~GuardedBuffer() { ASAN_UNPOISON_MEMORY_REGION(block_.get(), size_ + 2 * kGuard); }
+  uint8_t* data() const { return block_.get() + kGuard; }
   size_t size() const { return size_; }
 
  private:
   size_t size_;
-  uint8_t* block_;
+  std::unique_ptr<uint8_t[]> block_;
 };
 
 // Everything below is drawn from the input with FuzzedDataProvider.
@@ -162,32 +144,34 @@ class GuardedFrame {
     }
     image_.set_frame_flags(d.in().ConsumeIntegral<int32_t>());
     for (int p = 0; p < 3; ++p) {
-      planes_[p] = new GuardedBuffer(image_.plane_size(p));
+      planes_[p] = std::make_unique<GuardedBuffer>(image_.plane_size(p));
       d.fill(planes_[p]->data(), planes_[p]->size());
       image_.planes_[p] = planes_[p]->data();
     }
   }
   ~GuardedFrame() {
-    for (int p = 0; p < 3; ++p) {
-      image_.planes_[p] = own_[p];
-      delete planes_[p];
-    }
+    for (int p = 0; p < 3; ++p) image_.planes_[p] = own_[p];
   }
-  GuardedFrame(const GuardedFrame&) = delete;
-  GuardedFrame& operator=(const GuardedFrame&) = delete;
 
   Image* get() { return &image_; }
   std::vector<uint8_t> bytes() const {
     std::vector<uint8_t> all;
-    for (const GuardedBuffer* plane : planes_) all.insert(all.end(), plane->data(), plane->data() + plane->size());
+    for (const auto& plane : planes_) all.insert(all.end(), plane->data(), plane->data() + plane->size());
     return all;
   }
 
  private:
   Image image_;
   uint8_t* own_[3];
-  GuardedBuffer* planes_[3];
+  std::unique_ptr<GuardedBuffer> planes_[3];
 };
+
+// A pointer, or null when the top four bits of `nulls` are all set (now and
+// then: most inputs should reach the drawing) and so is `bit`.
+template <typename T>
+T* maybe_null(uint8_t nulls, int bit, T* pointer) {
+  return (nulls & 0xF0) == 0xF0 && (nulls & bit) ? nullptr : pointer;
+}
 
 TransitionParams decode_params(Decoder& d) {
   TransitionParams params;
@@ -214,12 +198,8 @@ void fuzz_transition(int id, Decoder& d) {
   GuardedFrame out(d), a(d), b(d);
   TransitionParams params = decode_params(d);
   const std::vector<uint8_t> a_before = a.bytes(), b_before = b.bytes();
-  // Nulls only now and then: most inputs should reach the drawing.
-  const bool any_null = (nulls & 0xF0) == 0xF0;
-  const int result = zv::transition_entry(id)(any_null && (nulls & 1) ? nullptr : out.get(),
-                                              any_null && (nulls & 2) ? nullptr : a.get(),
-                                              any_null && (nulls & 4) ? nullptr : b.get(),
-                                              any_null && (nulls & 8) ? nullptr : &params);
+  const int result = zv::transition_entry(id)(maybe_null(nulls, 1, out.get()), maybe_null(nulls, 2, a.get()),
+                                              maybe_null(nulls, 4, b.get()), maybe_null(nulls, 8, &params));
   if (result < kTransitionDone || result > kTransitionNotImplemented) fail("result code out of range");
   if (a.bytes() != a_before || b.bytes() != b_before) fail("a transition changed one of its sources");
   // A host thread done with a transition hands its OpenGL renderer back.
@@ -242,17 +222,16 @@ struct GuardedBitmap {
     if (param.width > 0 && param.height > 0 && param.pitch >= row && param.pitch <= row + 1024) {
       bytes = static_cast<size_t>(param.pitch) * (param.height - 1) + row;
     }
-    buffer = new GuardedBuffer(bytes);
+    buffer = std::make_unique<GuardedBuffer>(bytes);
     d.fill(buffer->data(), bytes);
     param.pixels = d.in().ConsumeIntegralInRange<int>(0, 15) == 0 ? nullptr : buffer->data();
   }
-  ~GuardedBitmap() { delete buffer; }
   // A record whose pitch is too large for this harness to back with memory.
   bool backed() const {
     return !(param.width > 0 && param.height > 0 && param.pitch > 3 * param.width + 1024);
   }
   tagImgParam param{};
-  GuardedBuffer* buffer = nullptr;
+  std::unique_ptr<GuardedBuffer> buffer;
 };
 
 // The conversions take raw planes and strides from the caller: each plane is
@@ -281,11 +260,9 @@ void fuzz_service(int service, Decoder& d) {
     case 0: {  // the letterbox fit
       const uint8_t nulls = d.in().ConsumeIntegral<uint8_t>();
       GuardedFrame destination(d), source(d), unused(d);
-      const bool any_null = (nulls & 0xF0) == 0xF0;
       TransitionParams params{};
-      if (zvTranRound(any_null && (nulls & 1) ? nullptr : destination.get(),
-                      any_null && (nulls & 2) ? nullptr : source.get(), any_null && (nulls & 4) ? nullptr : unused.get(),
-                      any_null && (nulls & 8) ? nullptr : &params) != 1) {
+      if (zvTranRound(maybe_null(nulls, 1, destination.get()), maybe_null(nulls, 2, source.get()),
+                      maybe_null(nulls, 4, unused.get()), maybe_null(nulls, 8, &params)) != 1) {
         fail("zvTranRound returned other than 1");
       }
       break;

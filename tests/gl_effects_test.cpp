@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <string>
 
@@ -33,16 +34,18 @@ const Yuv kA = from_rgb(200, 80, 40);
 const Yuv kB = from_rgb(40, 120, 220);
 const Yuv kBlack = from_rgb(0, 0, 0);
 
+int call(int id, Image& out, const ImagePtr& a, const ImagePtr& b, int style, double position) {
+  TransitionParams params = zvtest::make_params(style, position);
+  return zv::transition_entry(id)(&out, a.get(), b.get(), &params);
+}
+
 // Renders `positions` in order on the calling thread with fresh renderers,
 // returning the last output.
 ImagePtr render(int id, int width, int height, std::initializer_list<double> positions) {
   ImagePtr a = zvtest::solid_frame(width, height, kA.y, kA.u, kA.v);
   ImagePtr b = zvtest::solid_frame(width, height, kB.y, kB.u, kB.v);
   ImagePtr out = zvtest::solid_frame(width, height, 0, 0, 0);
-  for (double p : positions) {
-    TransitionParams params = zvtest::make_params(0, p);
-    EXPECT_EQ(zv::transition_entry(id)(out.get(), a.get(), b.get(), &params), 0);
-  }
+  for (double p : positions) EXPECT_EQ(call(id, *out, a, b, 0, p), 0);
   ZvFreeOpenGLObj();
   return out;
 }
@@ -109,40 +112,41 @@ INSTANTIATE_TEST_SUITE_P(Sizes, GlPictureTest,
                                            std::make_pair(320, 240), std::make_pair(96, 96),
                                            std::make_pair(72, 96)));
 
-// Golden frames: smooth pictures (so that a one-texel shift moves a sample
-// by about a level), drawn in order on one renderer per effect. To regenerate
-// after a deliberate change:
-//   ZV_UPDATE_GOLDEN=1 build/bin/zv_tests --gtest_filter='GlGolden*'
-ImagePtr smooth_frame(int width, int height, int phase) {
+// A frame whose sample (x, y) of each plane is value(plane, x, y, plane width, plane height).
+ImagePtr painted_frame(int width, int height, const std::function<int(int, int, int, int, int)>& value) {
   ImagePtr image = zvtest::solid_frame(width, height, 0, 0, 0);
-  for (int y = 0; y < height; ++y) {
-    for (int x = 0; x < width; ++x) image->get_Y()[y * width + x] = static_cast<uint8_t>(40 + 2 * x + y + phase);
-  }
-  for (int y = 0; y < height / 2; ++y) {
-    for (int x = 0; x < width / 2; ++x) {
-      image->get_U()[y * (width / 2) + x] = static_cast<uint8_t>(90 + 2 * x + phase);
-      image->get_V()[y * (width / 2) + x] = static_cast<uint8_t>(160 - 2 * y - phase);
+  for (int p = 0; p < 3; ++p) {
+    const int w = p ? width / 2 : width, h = p ? height / 2 : height;
+    for (int y = 0; y < h; ++y) {
+      for (int x = 0; x < w; ++x) image->plane(p)[y * w + x] = static_cast<uint8_t>(value(p, x, y, w, h));
     }
   }
   return image;
 }
 
-std::string golden_path(const std::string& name) { return std::string(ZV_TEST_DATA_DIR "/") + name; }
+// Golden frames: smooth pictures (so that a one-texel shift moves a sample
+// by about a level), drawn in order on one renderer per effect. To regenerate
+// after a deliberate change:
+//   ZV_UPDATE_GOLDEN=1 build/bin/zv_tests --gtest_filter='GlGolden*'
+ImagePtr smooth_frame(int width, int height, int phase) {
+  return painted_frame(width, height, [phase](int p, int x, int y, int, int) {
+    return p == 0 ? 40 + 2 * x + y + phase : p == 1 ? 90 + 2 * x + phase : 160 - 2 * y - phase;
+  });
+}
 
 void check_golden(int id, const std::string& name, std::initializer_list<double> positions = {0.0, 0.3, 0.6, 0.85, 0.97},
-                  int style = 0, int tolerance = 1) {
+                  int tolerance = 1) {
   const int w = 64, h = 48;
   ImagePtr a = smooth_frame(w, h, 0), b = smooth_frame(w, h, 30);
   ImagePtr out = zvtest::solid_frame(w, h, 0, 0, 0);
   std::vector<uint8_t> frames;
   for (double p : positions) {
-    TransitionParams params = zvtest::make_params(style, p);
-    ASSERT_EQ(zv::transition_entry(id)(out.get(), a.get(), b.get(), &params), 0);
+    ASSERT_EQ(call(id, *out, a, b, 0, p), 0);
     std::vector<uint8_t> bytes = zvtest::frame_bytes(*out);
     frames.insert(frames.end(), bytes.begin(), bytes.end());
   }
   ZvFreeOpenGLObj();
-  const std::string path = golden_path(name);
+  const std::string path = std::string(ZV_TEST_DATA_DIR "/") + name;
   if (std::getenv("ZV_UPDATE_GOLDEN")) {
     std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(frames.data()), frames.size());
   }
@@ -180,20 +184,9 @@ class DesignedGlTest : public ::testing::TestWithParam<DesignedGl> {};
 // A gentle picture (at most a few levels a sample, never wrapping), so that
 // the slight overfill of a frame at rest moves no sample by more than a few levels.
 ImagePtr gentle_frame(int width, int height, int phase) {
-  ImagePtr image = zvtest::solid_frame(width, height, 0, 0, 0);
-  for (int y = 0; y < height; ++y) {
-    for (int x = 0; x < width; ++x) {
-      image->get_Y()[y * width + x] = static_cast<uint8_t>(40 + phase + x * 120 / width + y * 40 / height);
-    }
-  }
-  const int cw = width / 2, ch = height / 2;
-  for (int y = 0; y < ch; ++y) {
-    for (int x = 0; x < cw; ++x) {
-      image->get_U()[y * cw + x] = static_cast<uint8_t>(90 + phase + x * 60 / cw);
-      image->get_V()[y * cw + x] = static_cast<uint8_t>(170 - phase - y * 40 / ch);
-    }
-  }
-  return image;
+  return painted_frame(width, height, [phase](int p, int x, int y, int w, int h) {
+    return p == 0 ? 40 + phase + x * 120 / w + y * 40 / h : p == 1 ? 90 + phase + x * 60 / w : 170 - phase - y * 40 / h;
+  });
 }
 
 // What a frame becomes after the trip through a 24-bit bitmap and back.
@@ -228,8 +221,7 @@ TEST_P(DesignedGlTest, EndsShowAAndBAtRestAndNaNShowsA) {
     ImagePtr out = zvtest::solid_frame(w, h, 0, 0, 0);
     for (int style = 0; style < std::max(e.styles, 1); ++style) {
       for (double p : {0.0, 1.0, std::nan("")}) {
-        TransitionParams params = zvtest::make_params(style, p);
-        ASSERT_EQ(zv::transition_entry(e.id)(out.get(), a.get(), b.get(), &params), 0);
+        ASSERT_EQ(call(e.id, *out, a, b, style, p), 0);
         EXPECT_LE(max_difference(*out, p == 1.0 ? *rb : *ra), 4) << w << "x" << h << " style " << style << " p " << p;
       }
     }
@@ -241,42 +233,33 @@ TEST_P(DesignedGlTest, TwoIdenticalCallsGiveIdenticalBytes) {
   const DesignedGl& e = GetParam();
   ImagePtr a = smooth_frame(90, 60, 0), b = smooth_frame(90, 60, 30);
   ImagePtr first = zvtest::solid_frame(90, 60, 0, 0, 0), second = zvtest::solid_frame(90, 60, 9, 9, 9);
-  TransitionParams params = zvtest::make_params(e.styles > 1 ? 1 : 0, 0.45);
-  ASSERT_EQ(zv::transition_entry(e.id)(first.get(), a.get(), b.get(), &params), 0);
-  ASSERT_EQ(zv::transition_entry(e.id)(second.get(), a.get(), b.get(), &params), 0);
+  ASSERT_EQ(call(e.id, *first, a, b, e.styles > 1 ? 1 : 0, 0.45), 0);
+  ASSERT_EQ(call(e.id, *second, a, b, e.styles > 1 ? 1 : 0, 0.45), 0);
   ZvFreeOpenGLObj();
   EXPECT_EQ(zvtest::frame_bytes(*first), zvtest::frame_bytes(*second));
 }
 
-TEST_P(DesignedGlTest, StylesPastTheCountLeaveOutUntouchedAndMakeNoRenderer) {
+// Without styles the style is never read; past the count no renderer is made
+// (the contract tests check that `out` stays as it was).
+TEST_P(DesignedGlTest, StylesPastTheCountMakeNoRenderer) {
   const DesignedGl& e = GetParam();
+  ImagePtr a = smooth_frame(64, 48, 0), b = smooth_frame(64, 48, 30);
+  ImagePtr plain = zvtest::solid_frame(64, 48, 0, 0, 0), styled = zvtest::solid_frame(64, 48, 0, 0, 0);
   if (e.styles == 0) {
-    // No styles: the style is never read.
-    ImagePtr a = smooth_frame(64, 48, 0), b = smooth_frame(64, 48, 30);
-    ImagePtr plain = zvtest::solid_frame(64, 48, 0, 0, 0), styled = zvtest::solid_frame(64, 48, 0, 0, 0);
-    TransitionParams params = zvtest::make_params(0, 0.45);
-    ASSERT_EQ(zv::transition_entry(e.id)(plain.get(), a.get(), b.get(), &params), 0);
-    params.style = 8;
-    ASSERT_EQ(zv::transition_entry(e.id)(styled.get(), a.get(), b.get(), &params), 0);
+    ASSERT_EQ(call(e.id, *plain, a, b, 0, 0.45), 0);
+    ASSERT_EQ(call(e.id, *styled, a, b, 8, 0.45), 0);
     ZvFreeOpenGLObj();
     EXPECT_EQ(zvtest::frame_bytes(*plain), zvtest::frame_bytes(*styled));
     return;
   }
   const int renderers = zv::gl_renderer_count();
-  ImagePtr a = zvtest::random_frame(64, 48, 1), b = zvtest::random_frame(64, 48, 2);
-  ImagePtr out = zvtest::random_frame(64, 48, 3);
-  const std::vector<uint8_t> before = zvtest::frame_bytes(*out);
-  for (int style : {e.styles, 8, -1}) {
-    TransitionParams params = zvtest::make_params(style, 0.5);
-    EXPECT_EQ(zv::transition_entry(e.id)(out.get(), a.get(), b.get(), &params), 0) << style;
-  }
-  EXPECT_EQ(zvtest::frame_bytes(*out), before);
+  for (int style : {e.styles, 8, -1}) EXPECT_EQ(call(e.id, *styled, a, b, style, 0.5), 0) << style;
   EXPECT_EQ(zv::gl_renderer_count(), renderers);
 }
 
 TEST_P(DesignedGlTest, GoldenFrames) {
   const DesignedGl& e = GetParam();
-  check_golden(e.id, std::string(e.name) + "_64x48.yuv", {e.golden[0], e.golden[1]}, 0, 2);
+  check_golden(e.id, std::string(e.name) + "_64x48.yuv", {e.golden[0], e.golden[1]}, 2);
 }
 
 INSTANTIATE_TEST_SUITE_P(Effects, DesignedGlTest, ::testing::ValuesIn(kDesignedGl),
@@ -331,8 +314,7 @@ TEST(DesignedGlPictures, EachPictureShowsWhereDesigned) {
   ImagePtr out = zvtest::solid_frame(w, h, 0, 0, 0);
   const Yuv mixed = from_rgb(120, 100, 130);
   for (const Placed& c : kPlaced) {
-    TransitionParams params = zvtest::make_params(c.style, c.p);
-    ASSERT_EQ(zv::transition_entry(c.id)(out.get(), a.get(), b.get(), &params), 0);
+    ASSERT_EQ(call(c.id, *out, a, b, c.style, c.p), 0);
     const int x = static_cast<int>(c.x * w), y = static_cast<int>(c.y * h);
     bool holds;
     if (c.shows == 'A' || c.shows == 'B') {

@@ -15,15 +15,6 @@ using zvtest::sample;
 
 constexpr int kFill = -1;  // an expected Push fill byte
 
-// Runs `op` on out/a/b with `style` at `progress`, on the fast path or the reference one.
-void run(TransitionOp op, int style, double progress, Image* out, Image* a, Image* b, zv::KernelPath path) {
-  TransitionParams params = zvtest::make_params(style, progress);
-  zv::set_kernel_path(path);
-  const int result = op(out, a, b, &params);
-  zv::set_kernel_path(zv::KernelPath::kFast);
-  ASSERT_EQ(result, 0);
-}
-
 // Every sample of a plane against `expected(x, y)`, which returns a sample
 // value, or kFill for Push's black.
 void expect_plane(const Image& out, int plane, const std::function<int(int, int)>& expected) {
@@ -42,13 +33,19 @@ class MoveWipeTest : public ::testing::TestWithParam<zv::KernelPath> {
   ImagePtr a_ = zvtest::random_frame(20, 12, 1), b_ = zvtest::random_frame(20, 12, 2);
   ImagePtr out_ = zvtest::random_frame(20, 12, 3);
 
-  void resize(int w, int h) {
+  // Frames of one size, or `b` of its own width.
+  void resize(int w, int h, int b_width = 0) {
     a_ = zvtest::random_frame(w, h, 1);
-    b_ = zvtest::random_frame(w, h, 2);
+    b_ = zvtest::random_frame(b_width ? b_width : w, h, 2);
     out_ = zvtest::random_frame(w, h, 3);
   }
+  // Runs `op` with `style` at `progress`, on the fast path or the reference one.
   void run_op(TransitionOp op, int style, double progress) {
-    run(op, style, progress, out_.get(), a_.get(), b_.get(), GetParam());
+    TransitionParams params = zvtest::make_params(style, progress);
+    zv::set_kernel_path(GetParam());
+    const int result = op(out_.get(), a_.get(), b_.get(), &params);
+    zv::set_kernel_path(zv::KernelPath::kFast);
+    ASSERT_EQ(result, 0);
   }
   int a(int p, int x, int y) const { return sample(*a_, p, x, y); }
   int b(int p, int x, int y) const { return sample(*b_, p, x, y); }
@@ -112,9 +109,7 @@ TEST_P(MoveWipeTest, CornerStylesCopyTheTabledAreas) {
 // With `b` narrower than `out` those rows land closer together, partly in
 // out's border columns; the rest follows at out's own stride.
 TEST_P(MoveWipeTest, PushVerticalStepsOutputByTheFirstSourcesStride) {
-  out_ = zvtest::random_frame(12, 6, 3);
-  a_ = zvtest::random_frame(12, 6, 1);
-  b_ = zvtest::random_frame(8, 6, 2);
+  resize(12, 6, 8);
   std::vector<uint8_t> expected = zvtest::plane_bytes(*out_, 0);
   run_op(zv::push_based_wipe, 2, 0.5);
   // W = 8, dy = 3; out and a centred at column 2, b at 0. b's rows 3 to 5 go
@@ -129,8 +124,7 @@ TEST_P(MoveWipeTest, PushVerticalStepsOutputByTheFirstSourcesStride) {
 // With `b` wider than `out` the rows spread out and the last ones would run
 // past the end of out's plane: they are cut off there.
 TEST_P(MoveWipeTest, PushVerticalStopsAtTheEndOfTheOutputPlane) {
-  resize(8, 6);
-  b_ = zvtest::random_frame(12, 6, 2);
+  resize(8, 6, 12);
   std::vector<uint8_t> y_plane = zvtest::plane_bytes(*out_, 0), u_plane = zvtest::plane_bytes(*out_, 1);
   run_op(zv::push_based_wipe, 2, 0.5);
   // Luma: W = 8, dy = 3, b centred at column 2, stride 12; 48 bytes in out.
@@ -153,8 +147,7 @@ TEST_P(MoveWipeTest, PushVerticalStopsAtTheEndOfTheOutputPlane) {
 
 // Push styles 6 and 7 step through a's rows with b's stride.
 TEST_P(MoveWipeTest, PushRightCornersStepThroughAWithBsStride) {
-  resize(8, 6);
-  b_ = zvtest::random_frame(12, 6, 2);
+  resize(8, 6, 12);
   run_op(zv::push_based_wipe, 6, 0.5);
   // W = 8, dx = 4, dy = 3, b centred at column 2. a's rows start at offset 4
   // and step by 12: a(4..7, 0), a(0..3, 2), a(4..7, 3).
@@ -170,8 +163,7 @@ TEST_P(MoveWipeTest, PushRightCornersStepThroughAWithBsStride) {
 // Where b's stride would carry style 7 past the end of a's plane, the rest of
 // the row is black instead.
 TEST_P(MoveWipeTest, PushRightCornersFillWherePastTheEndOfA) {
-  resize(8, 4);
-  b_ = zvtest::random_frame(10, 4, 2);
+  resize(8, 4, 10);
   run_op(zv::push_based_wipe, 7, 0.5);
   // W = 8, dx = 4, dy = 2. a's rows start at offset 2 * 8 + 4 = 20 and step by
   // 10: a(4..7, 2), then offsets 30, 31 (a(6..7, 3)) and 32, 33 past the end.

@@ -44,19 +44,6 @@ TEST(RegistrationTest, EveryIdIsRegisteredInOrderWithItsOwnEntry) {
   EXPECT_EQ(transition_get_op_count(), 66);
 }
 
-TEST(RegistrationTest, PlaceholdersRunThePrologueAndDrawNothing) {
-  int id = zv::kTransitionCount;
-  while (id >= 1 && zv::transition_is_implemented(id)) --id;
-  if (id < 1) GTEST_SKIP() << "every id is implemented";
-  auto a = zvtest::solid_frame(4, 4, 9, 9, 9), b = zvtest::solid_frame(4, 4, 9, 9, 9);
-  auto out = zvtest::solid_frame(4, 4, 1, 1, 1);
-  a->set_frame_flags(3);
-  TransitionParams params = zvtest::make_params(0, 0.5);
-  EXPECT_EQ(zv::transition_entry(id)(out.get(), a.get(), b.get(), &params), kTransitionNotImplemented);
-  EXPECT_EQ(out->frame_flags(), 3);
-  EXPECT_EQ(zvtest::frame_bytes(*out), zvtest::frame_bytes(*zvtest::solid_frame(4, 4, 1, 1, 1)));
-}
-
 struct StyleCase {
   int id, count, names;
 };

@@ -45,10 +45,7 @@ std::vector<uint8_t> plane_bytes(const Image& image, int plane) {
 
 std::vector<uint8_t> frame_bytes(const Image& image) {
   std::vector<uint8_t> all;
-  for (int p = 0; p < 3; ++p) {
-    auto bytes = plane_bytes(image, p);
-    all.insert(all.end(), bytes.begin(), bytes.end());
-  }
+  for (int p = 0; p < 3; ++p) all.insert(all.end(), image.plane(p), image.plane(p) + image.plane_size(p));
   return all;
 }
 

@@ -2,6 +2,8 @@
 // its end frames, its answer to styles past the last, where it writes when
 // the frames differ in size, its result codes, hostile inputs, and its fast
 // path against the reference path. A transition joins by adding its row.
+// Then the pieces of the call contract they share: progress, the x86 integer
+// conversions and the centred common region.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -13,6 +15,7 @@
 #include <vector>
 
 #include "frame/kernel_path.h"
+#include "frame/plane.h"
 #include "frame/registration.h"
 #include "tests/test_support.h"
 
@@ -46,23 +49,23 @@ struct Traits {
 
 void PrintTo(const Traits& t, std::ostream* os) { *os << "id " << t.id; }
 
+// Most transitions: no exceptions; one with a single style draws it for any style.
+Traits plain(int id, int styles) { return {id, styles, 0, styles == 1, kNone, kNone, kNone}; }
+// Drawn with OpenGL: never exactly a picture at the ends, and the whole frame.
+Traits gl(int id, int styles) { return {id, styles, 0, styles == 1, kEvery, kEvery, kEvery, kOpenGl}; }
+
 const Traits kTraits[] = {
-    {1, 8, 0, false, kNone, kNone, kNone},
+    plain(1, 8),
     // Push 2 and 3 step the output by the first source's stride.
     {2, 8, 0, false, kNone, kNone, styles({2, 3})},
-    {3, 8, 0, false, kNone, kNone, kNone},
-    {4, 8, 0, false, kNone, kNone, kNone},
+    plain(3, 8), plain(4, 8),
     // Round Close's circle already leaves b in the corners at 0; Round Open's
     // end is promised only for some sizes.
     {5, 8, 0, false, styles({2, 3}), styles({2, 3}), kNone},
-    {6, 8, 0, false, kNone, kNone, kNone},
-    {7, 8, 0, false, kNone, kNone, kNone},
-    {8, 8, 0, false, kNone, kNone, kNone},
-    {9, 4, 0, false, kNone, kNone, kNone},
+    plain(6, 8), plain(7, 8), plain(8, 8), plain(9, 4),
     // Slanted blinds keep a sliver of the other picture unless 2W / n is whole.
     {10, 8, 0, false, styles({5, 7}), styles({4, 6}), kNone},
-    {11, 8, 0, false, kNone, kNone, kNone},
-    {12, 2, 0, false, kNone, kNone, kNone},
+    plain(11, 8), plain(12, 2),
     // The zooms resample their picture even at the ends; the in-and-out styles
     // and the point zooms fill or copy whole frames.
     {13, 8, 3, false, styles({1, 3, 5, 6, 7}), styles({0, 2, 4, 6, 7}), kEvery},
@@ -73,25 +76,10 @@ const Traits kTraits[] = {
     {16, 2, 0, true, kEvery, kEvery, kEvery, kSoftware, kOwnCheck},
     // The keyed overlap answers 1 when it has drawn.
     {17, 1, 1, true, kNone, kEvery, kEvery, kSoftware, kOwnCheck, 1},
-    {18, 8, 0, false, kNone, kNone, kNone},
-    {19, 4, 0, false, kNone, kNone, kNone},
-    {20, 6, 0, false, kNone, kNone, kNone},
-    {21, 2, 0, false, kNone, kNone, kNone},
-    {22, 2, 0, false, kNone, kNone, kNone},
-    {23, 2, 0, false, kNone, kNone, kNone},
-    {24, 4, 0, false, kNone, kNone, kNone},
-    {25, 4, 0, false, kNone, kNone, kNone},
-    {26, 2, 0, false, kNone, kNone, kNone},
-    {27, 2, 0, false, kNone, kNone, kNone},
-    {28, 2, 0, false, kNone, kNone, kNone},
-    {29, 2, 0, false, kNone, kNone, kNone},
-    {30, 2, 0, false, kNone, kNone, kNone},
-    {31, 8, 0, false, kNone, kNone, kNone},
-    {32, 4, 0, false, kNone, kNone, kNone},
-    {33, 4, 0, false, kNone, kNone, kNone},
+    plain(18, 8), plain(19, 4), plain(20, 6), plain(21, 2), plain(22, 2), plain(23, 2), plain(24, 4), plain(25, 4),
+    plain(26, 2), plain(27, 2), plain(28, 2), plain(29, 2), plain(30, 2), plain(31, 8), plain(32, 4), plain(33, 4),
     // No styles: every style draws what style 0 draws.
-    {34, 1, 0, true, kNone, kNone, kNone},
-    {35, 4, 0, false, kNone, kNone, kNone},
+    plain(34, 1), plain(35, 4),
     // The grey spills across a wider output's rows.
     {36, 2, 0, false, kNone, kNone, styles({0, 1})},
     // The luma is written one row down.
@@ -100,43 +88,16 @@ const Traits kTraits[] = {
     {38, 1, 0, true, kNone, kEvery, kNone},
     // The diagonal styles do not fold progress.
     {39, 8, 0, true, kNone, styles({4, 5, 6, 7}), kNone},
-    {40, 2, 0, false, kNone, kNone, kNone},
-    {41, 1, 0, true, kNone, kNone, kNone},
-    {42, 1, 0, true, kEvery, kEvery, kEvery, kOpenGl},
-    {43, 1, 0, true, kEvery, kEvery, kEvery, kOpenGl},
+    plain(40, 2), plain(41, 1), gl(42, 1), gl(43, 1),
     {44, 2, 3, false, styles({1}), styles({0}), kEvery},
-    {45, 1, 0, true, kEvery, kEvery, kEvery, kOpenGl},
+    gl(45, 1),
     {46, 2, 3, false, styles({1}), styles({0}), kEvery},
-    {47, 3, 0, false, kEvery, kEvery, kEvery, kOpenGl},
-    {48, 2, 0, false, kEvery, kEvery, kEvery, kOpenGl},
-    {49, 1, 0, true, kEvery, kEvery, kEvery, kOpenGl},
-    {50, 1, 0, true, kEvery, kEvery, kEvery, kOpenGl},
-    {51, 1, 0, true, kEvery, kEvery, kEvery, kOpenGl},
-    {52, 1, 0, true, kEvery, kEvery, kEvery, kOpenGl},
-    {53, 1, 0, true, kNone, kNone, kNone},
-    {54, 3, 0, false, kNone, kNone, kNone},
-    {55, 1, 0, true, kEvery, kEvery, kEvery, kOpenGl},
-    {56, 2, 0, false, kNone, kNone, kNone},
-    {57, 1, 0, true, kEvery, kEvery, kEvery, kOpenGl},
-    {58, 4, 0, false, kEvery, kEvery, kEvery, kOpenGl},
+    gl(47, 3), gl(48, 2), gl(49, 1), gl(50, 1), gl(51, 1), gl(52, 1), plain(53, 1), plain(54, 3), gl(55, 1),
+    plain(56, 2), gl(57, 1), gl(58, 4),
     // The host's copy of the revealed picture covers the whole frame.
     {59, 2, 0, false, kNone, kNone, kEvery},
-    {60, 6, 0, false, kEvery, kEvery, kEvery, kOpenGl},
-    {61, 1, 0, true, kEvery, kEvery, kEvery, kOpenGl},
-    {62, 1, 0, true, kEvery, kEvery, kEvery, kOpenGl},
-    {63, 2, 0, false, kNone, kNone, kNone},
-    {64, 1, 0, true, kEvery, kEvery, kEvery, kOpenGl},
-    {65, 1, 0, true, kNone, kNone, kNone},
-    {66, 1, 0, true, kNone, kNone, kNone},
+    gl(60, 6), gl(61, 1), gl(62, 1), plain(63, 2), gl(64, 1), plain(65, 1), plain(66, 1),
 };
-
-std::vector<Traits> implemented() {
-  std::vector<Traits> rows;
-  for (const Traits& t : kTraits) {
-    if (zv::transition_is_implemented(t.id)) rows.push_back(t);
-  }
-  return rows;
-}
 
 bool in(uint32_t mask, int style) { return style >= 0 && style < 32 && (mask >> style) & 1; }
 
@@ -340,9 +301,70 @@ TEST_P(TransitionContract, FastPathMatchesTheReferencePath) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Implemented, TransitionContract, ::testing::ValuesIn(implemented()),
+INSTANTIATE_TEST_SUITE_P(Implemented, TransitionContract, ::testing::ValuesIn(kTraits),
                          [](const ::testing::TestParamInfo<Traits>& info) {
                            return "id" + std::to_string(info.param.id);
                          });
+
+struct ProgressCase {
+  double position, duration, expected;
+};
+
+class ProgressTest : public ::testing::TestWithParam<ProgressCase> {};
+
+TEST_P(ProgressTest, FollowsTheBlock) {
+  const ProgressCase c = GetParam();
+  TransitionParams params = zvtest::make_params(0, c.position, c.duration);
+  const double p = zv::transition_progress(&params);
+  EXPECT_EQ(p, c.expected);
+  EXPECT_EQ(std::signbit(p), std::signbit(c.expected));
+}
+
+INSTANTIATE_TEST_SUITE_P(Positions, ProgressTest,
+                         ::testing::Values(ProgressCase{0.4, 1.0, 0.4}, ProgressCase{3.0, 2.0, 1.0},
+                                           ProgressCase{2.0, 2.0, 1.0}, ProgressCase{-1.0, 2.0, 0.0},
+                                           ProgressCase{-1.0, -2.0, -0.0},  // negative zero, unguarded
+                                           ProgressCase{0.5, -2.0, 1.0}, ProgressCase{12.5, 25.0, 0.5}));
+
+TEST(ProgressTest, NotANumberPassesThrough) {
+  TransitionParams zero_duration = zvtest::make_params(0, 0.5, 0.0);
+  EXPECT_TRUE(std::isnan(zv::transition_progress(&zero_duration)));
+  TransitionParams nan_position = zvtest::make_params(0, std::numeric_limits<double>::quiet_NaN(), 1.0);
+  EXPECT_TRUE(std::isnan(zv::transition_progress(&nan_position)));
+  EXPECT_TRUE(std::isnan(zv::clamp_progress(std::nan(""))));
+}
+
+TEST(TruncationTest, OutOfRangeValuesGiveTheX86Result) {
+  EXPECT_EQ(zv::truncate_to_int(-2.7), -2);
+  EXPECT_EQ(zv::round_to_int(2.5), 3);
+  EXPECT_EQ(zv::truncate_to_int(std::nan("")), INT32_MIN);
+  EXPECT_EQ(zv::truncate_to_int(1e300), INT32_MIN);
+  EXPECT_EQ(zv::truncate_to_int(2147483647.9), 2147483647);
+}
+
+TEST(PlaneGeometryTest, OddSizesLoseTheirLastChromaColumnAndRow) {
+  Image image(7, 5);
+  zv::PlaneView u = zv::image_plane(&image, zv::kPlaneU);
+  EXPECT_EQ(u.width, 3);
+  EXPECT_EQ(u.height, 2);
+  EXPECT_EQ(image.plane_size(1), 6u);
+}
+
+TEST(PlaneGeometryTest, CommonRegionIsCentredInEveryPlane) {
+  Image a(720, 576), out(704, 576), b(704, 576);
+  auto region = [&](Image& o, int plane) {
+    return zv::common_region(zv::image_plane(&o, plane), zv::image_plane(&a, plane), zv::image_plane(&b, plane));
+  };
+  zv::CommonRegion r = region(out, 0);
+  EXPECT_EQ(r.width, 704);
+  EXPECT_EQ(r.height, 576);
+  EXPECT_EQ(r.a, a.get_Y() + 8);  // a is read from column 8 on
+  EXPECT_EQ(r.out, out.get_Y());
+  EXPECT_EQ(region(out, 1).a, a.get_U() + 4);
+  // Zero and negative sizes give an empty region.
+  Image empty(0, 10), negative(-4, -4);
+  EXPECT_TRUE(region(empty, 0).empty());
+  EXPECT_TRUE(region(negative, 0).empty());
+}
 
 }  // namespace

@@ -7,6 +7,7 @@
 // On Windows every library export is found with GetProcAddress by the name an
 // MSVC-built host would use, as an editor of that kind finds them.
 #include <cstdint>
+#include <algorithm>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -44,23 +45,38 @@ struct LibraryApi {
   void(ZV_STDCALL* free_gl)();
 };
 
+// Each export: its slot, its function here, and the decorated names an
+// MSVC-built host finds it by in the 32-bit and the 64-bit DLL (see the
+// module-definition files).
+#define ZV_EXPORTS(X)                                                                                              \
+  X(init, zvTranInit, "?zvTranInit@@YGHXZ", "?zvTranInit@@YAHXZ")                                                  \
+  X(style_count, zvTranGetStyleCount, "?zvTranGetStyleCount@@YGHH@Z", "?zvTranGetStyleCount@@YAHH@Z")              \
+  X(style_name, zvTranGetStyleName, "?zvTranGetStyleName@@YGPAPBDH@Z", "?zvTranGetStyleName@@YAPEAPEBDH@Z")        \
+  X(explain_by_id, zvTranGetParamExplain, "?zvTranGetParamExplain@@YGPAUzvTarnParamExplain@@H@Z",                   \
+    "?zvTranGetParamExplain@@YAPEAUzvTarnParamExplain@@H@Z")                                                       \
+  X(explain_by_name, zvTranGetParamExplain, "?zvTranGetParamExplain@@YGPAUzvTarnParamExplain@@PBD@Z",               \
+    "?zvTranGetParamExplain@@YAPEAUzvTarnParamExplain@@PEBD@Z")                                                    \
+  X(rgb_to_yuv, Rgb24_2_yuv420, "?Rgb24_2_yuv420@@YGXPAE00HHHPBUtagBITMAPINFOHEADER@@PBE@Z",                        \
+    "?Rgb24_2_yuv420@@YAXPEAE00HHHPEBUtagBITMAPINFOHEADER@@PEBE@Z")                                                \
+  X(yuv_to_rgb, Yuv420_2_rgb24, "?Yuv420_2_rgb24@@YGXPBUtagBITMAPINFOHEADER@@PAEPBE22HHH@Z",                        \
+    "?Yuv420_2_rgb24@@YAXPEBUtagBITMAPINFOHEADER@@PEAEPEBE22HHH@Z")                                                \
+  X(resize, zvImageResize, "?zvImageResize@@YGHPAVImage@@0W4IMAGE_INTERPOLATION@@W4IMAGE_RESIZE_METHOD@@@Z",        \
+    "?zvImageResize@@YAHPEAVImage@@0W4IMAGE_INTERPOLATION@@W4IMAGE_RESIZE_METHOD@@@Z")                             \
+  X(resize_aspect, zvImageResize, "?zvImageResize@@YGHPAVImage@@HH0HHW4IMAGE_INTERPOLATION@@W4IMAGE_RESIZE_METHOD@@@Z", \
+    "?zvImageResize@@YAHPEAVImage@@HH0HHW4IMAGE_INTERPOLATION@@W4IMAGE_RESIZE_METHOD@@@Z")                         \
+  X(dib_resize, DIB_Resize, "?DIB_Resize@@YGHPBUtagImgParam@@PAU1@W4IMAGE_INTERPOLATION@@@Z",                       \
+    "?DIB_Resize@@YAHPEBUtagImgParam@@PEAU1@W4IMAGE_INTERPOLATION@@@Z")                                            \
+  X(round, zvTranRound, "?zvTranRound@@YGHPAVImage@@00PAX@Z", "?zvTranRound@@YAHPEAVImage@@00PEAX@Z")              \
+  X(overlap, zvTransparentOverlap, "?zvTransparentOverlap@@YGHPAVImage@@00PAUTransitionParams@@@Z",                 \
+    "?zvTransparentOverlap@@YAHPEAVImage@@00PEAUTransitionParams@@@Z")                                             \
+  X(free_gl, ZvFreeOpenGLObj, "?ZvFreeOpenGLObj@@YGXXZ", "?ZvFreeOpenGLObj@@YAXXZ")
+
 #if defined(_WIN32)
-// The decorated names the DLL exports (see its module-definition files).
-#if defined(_WIN64)
-#define ZV_NAME(msvc32, msvc64) msvc64
-#else
-#define ZV_NAME(msvc32, msvc64) msvc32
-#endif
-
-bool g_missing_export = false;
-
 template <typename F>
-void resolve(HMODULE library, F& slot, const char* name) {
+bool resolve(HMODULE library, F& slot, const char* name) {
   slot = reinterpret_cast<F>(reinterpret_cast<void*>(GetProcAddress(library, name)));
-  if (!slot) {
-    std::fprintf(stderr, "missing export %s\n", name);
-    g_missing_export = true;
-  }
+  if (!slot) std::fprintf(stderr, "missing export %s\n", name);
+  return slot != nullptr;
 }
 
 bool load_library(LibraryApi& api) {
@@ -69,54 +85,19 @@ bool load_library(LibraryApi& api) {
   if (!LoadLibraryA("zvCtrls.dll")) return false;
   HMODULE library = LoadLibraryA("ZvTransition.dll");
   if (!library) return false;
-  resolve(library, api.init, ZV_NAME("?zvTranInit@@YGHXZ", "?zvTranInit@@YAHXZ"));
-  resolve(library, api.style_count, ZV_NAME("?zvTranGetStyleCount@@YGHH@Z", "?zvTranGetStyleCount@@YAHH@Z"));
-  resolve(library, api.style_name,
-          ZV_NAME("?zvTranGetStyleName@@YGPAPBDH@Z", "?zvTranGetStyleName@@YAPEAPEBDH@Z"));
-  resolve(library, api.explain_by_id,
-          ZV_NAME("?zvTranGetParamExplain@@YGPAUzvTarnParamExplain@@H@Z",
-                  "?zvTranGetParamExplain@@YAPEAUzvTarnParamExplain@@H@Z"));
-  resolve(library, api.explain_by_name,
-          ZV_NAME("?zvTranGetParamExplain@@YGPAUzvTarnParamExplain@@PBD@Z",
-                  "?zvTranGetParamExplain@@YAPEAUzvTarnParamExplain@@PEBD@Z"));
-  resolve(library, api.rgb_to_yuv,
-          ZV_NAME("?Rgb24_2_yuv420@@YGXPAE00HHHPBUtagBITMAPINFOHEADER@@PBE@Z",
-                  "?Rgb24_2_yuv420@@YAXPEAE00HHHPEBUtagBITMAPINFOHEADER@@PEBE@Z"));
-  resolve(library, api.yuv_to_rgb,
-          ZV_NAME("?Yuv420_2_rgb24@@YGXPBUtagBITMAPINFOHEADER@@PAEPBE22HHH@Z",
-                  "?Yuv420_2_rgb24@@YAXPEBUtagBITMAPINFOHEADER@@PEAEPEBE22HHH@Z"));
-  resolve(library, api.resize,
-          ZV_NAME("?zvImageResize@@YGHPAVImage@@0W4IMAGE_INTERPOLATION@@W4IMAGE_RESIZE_METHOD@@@Z",
-                  "?zvImageResize@@YAHPEAVImage@@0W4IMAGE_INTERPOLATION@@W4IMAGE_RESIZE_METHOD@@@Z"));
-  resolve(library, api.resize_aspect,
-          ZV_NAME("?zvImageResize@@YGHPAVImage@@HH0HHW4IMAGE_INTERPOLATION@@W4IMAGE_RESIZE_METHOD@@@Z",
-                  "?zvImageResize@@YAHPEAVImage@@HH0HHW4IMAGE_INTERPOLATION@@W4IMAGE_RESIZE_METHOD@@@Z"));
-  resolve(library, api.dib_resize,
-          ZV_NAME("?DIB_Resize@@YGHPBUtagImgParam@@PAU1@W4IMAGE_INTERPOLATION@@@Z",
-                  "?DIB_Resize@@YAHPEBUtagImgParam@@PEAU1@W4IMAGE_INTERPOLATION@@@Z"));
-  resolve(library, api.round,
-          ZV_NAME("?zvTranRound@@YGHPAVImage@@00PAX@Z", "?zvTranRound@@YAHPEAVImage@@00PEAX@Z"));
-  resolve(library, api.overlap,
-          ZV_NAME("?zvTransparentOverlap@@YGHPAVImage@@00PAUTransitionParams@@@Z",
-                  "?zvTransparentOverlap@@YAHPEAVImage@@00PEAUTransitionParams@@@Z"));
-  resolve(library, api.free_gl, ZV_NAME("?ZvFreeOpenGLObj@@YGXXZ", "?ZvFreeOpenGLObj@@YAXXZ"));
-  return !g_missing_export;
+  bool found = true;
+#if defined(_WIN64)
+#define ZV_RESOLVE(slot, function, msvc32, msvc64) found &= resolve(library, api.slot, msvc64);
+#else
+#define ZV_RESOLVE(slot, function, msvc32, msvc64) found &= resolve(library, api.slot, msvc32);
+#endif
+  ZV_EXPORTS(ZV_RESOLVE)
+  return found;
 }
 #else
 bool load_library(LibraryApi& api) {
-  api.init = zvTranInit;
-  api.style_count = zvTranGetStyleCount;
-  api.style_name = zvTranGetStyleName;
-  api.explain_by_id = zvTranGetParamExplain;
-  api.explain_by_name = zvTranGetParamExplain;
-  api.rgb_to_yuv = Rgb24_2_yuv420;
-  api.yuv_to_rgb = Yuv420_2_rgb24;
-  api.resize = zvImageResize;
-  api.resize_aspect = zvImageResize;
-  api.dib_resize = DIB_Resize;
-  api.round = zvTranRound;
-  api.overlap = zvTransparentOverlap;
-  api.free_gl = ZvFreeOpenGLObj;
+#define ZV_ASSIGN(slot, function, msvc32, msvc64) api.slot = function;
+  ZV_EXPORTS(ZV_ASSIGN)
   return true;
 }
 #endif
@@ -133,14 +114,16 @@ uint64_t fnv1a(const uint8_t* data, size_t n, uint64_t hash = 146959810393466560
 }
 
 uint64_t image_hash(const Image& image) {
-  uint64_t hash = fnv1a(image.get_Y(), image.plane_size(0));
-  hash = fnv1a(image.get_U(), image.plane_size(1), hash);
-  return fnv1a(image.get_V(), image.plane_size(2), hash);
+  uint64_t hash = 1469598103934665603ull;
+  for (int p = 0; p < 3; ++p) hash = fnv1a(image.plane(p), image.plane_size(p), hash);
+  return hash;
 }
+
+// Ends a result line with a hash.
+void end_with_hash(uint64_t hash) { std::fprintf(g_out, " hash=%016llx\n", static_cast<unsigned long long>(hash)); }
 
 // A frame with smooth ramps and a few hard edges, different for each seed.
 void paint(Image& image, int seed) {
-  uint8_t* planes[3] = {image.get_Y(), image.get_U(), image.get_V()};
   for (int p = 0; p < 3; ++p) {
     const int w = p ? image.chroma_width() : image.width;
     const int h = p ? image.chroma_height() : image.height;
@@ -148,7 +131,7 @@ void paint(Image& image, int seed) {
       for (int x = 0; x < w; ++x) {
         int v = (x * (3 + seed) + y * (5 - seed) + seed * 61 + p * 37) & 0xFF;
         if (((x / 8) + (y / 8) + seed) % 5 == 0) v = 255 - v;
-        planes[p][static_cast<size_t>(y) * w + x] = static_cast<uint8_t>(v);
+        image.plane(p)[static_cast<size_t>(y) * w + x] = static_cast<uint8_t>(v);
       }
     }
   }
@@ -156,16 +139,12 @@ void paint(Image& image, int seed) {
 }
 
 void fill(Image& image, uint8_t value) {
-  for (int p = 0; p < 3; ++p) {
-    uint8_t* plane = p == 0 ? image.get_Y() : p == 1 ? image.get_U() : image.get_V();
-    for (size_t i = 0; i < image.plane_size(p); ++i) plane[i] = value;
-  }
+  for (int p = 0; p < 3; ++p) std::fill(image.plane(p), image.plane(p) + image.plane_size(p), value);
 }
 
 void write_hex(const Image& image) {
   for (int p = 0; p < 3; ++p) {
-    const uint8_t* plane = p == 0 ? image.get_Y() : p == 1 ? image.get_U() : image.get_V();
-    for (size_t i = 0; i < image.plane_size(p); ++i) std::fprintf(g_out, "%02x", plane[i]);
+    for (size_t i = 0; i < image.plane_size(p); ++i) std::fprintf(g_out, "%02x", image.plane(p)[i]);
   }
 }
 
@@ -231,9 +210,9 @@ void run_software_transitions(const LibraryApi& api) {
             fill(out, 0x55);
             TransitionParams params = block(style, param.param1, param.param2, position);
             const int result = op(&out, &a, &b, &params);
-            std::fprintf(g_out, "frame %d style=%d p1=%d pos=%g %dx%d result=%d flags=%d hash=%016llx\n", id, style,
-                         param.param1, position, out.width, out.height, result, out.frame_flags(),
-                         static_cast<unsigned long long>(image_hash(out)));
+            std::fprintf(g_out, "frame %d style=%d p1=%d pos=%g %dx%d result=%d flags=%d", id, style, param.param1,
+                         position, out.width, out.height, result, out.frame_flags());
+            end_with_hash(image_hash(out));
           }
         }
       }
@@ -257,13 +236,14 @@ void run_services(const LibraryApi& api) {
   const int pitch = ((175 * 24 + 31) >> 5) * 4;
   std::vector<uint8_t> pixels(static_cast<size_t>(pitch) * 143, 0x11);
   api.yuv_to_rgb(&header, pixels.data(), a.get_Y(), a.get_U(), a.get_V(), a.width, a.width / 2, a.width / 2);
-  std::fprintf(g_out, "service yuv_to_rgb hash=%016llx\n",
-               static_cast<unsigned long long>(fnv1a(pixels.data(), pixels.size())));
+  std::fprintf(g_out, "service yuv_to_rgb");
+  end_with_hash(fnv1a(pixels.data(), pixels.size()));
   Image back(176, 144);
   fill(back, 0x33);
   api.rgb_to_yuv(back.get_Y(), back.get_U(), back.get_V(), back.width, back.width / 2, back.width / 2, &header,
                  pixels.data());
-  std::fprintf(g_out, "service rgb_to_yuv hash=%016llx\n", static_cast<unsigned long long>(image_hash(back)));
+  std::fprintf(g_out, "service rgb_to_yuv");
+  end_with_hash(image_hash(back));
 
   // Resizing whole frames: every sampling kernel and placement method.
   const Size kTargets[] = {{320, 180}, {100, 90}};
@@ -274,14 +254,15 @@ void run_services(const LibraryApi& api) {
         fill(target, 0x22);
         const int result = api.resize(&target, &a, static_cast<IMAGE_INTERPOLATION>(interpolation),
                                       static_cast<IMAGE_RESIZE_METHOD>(method));
-        std::fprintf(g_out, "service resize %dx%d i=%d m=%d result=%d hash=%016llx\n", size.width, size.height,
-                     interpolation, method, result, static_cast<unsigned long long>(image_hash(target)));
+        std::fprintf(g_out, "service resize %dx%d i=%d m=%d result=%d", size.width, size.height, interpolation,
+                     method, result);
+        end_with_hash(image_hash(target));
       }
       fill(target, 0x22);
       const int result = api.resize_aspect(&target, 16, 9, &a, 4, 3, static_cast<IMAGE_INTERPOLATION>(interpolation),
                                            IMAGE_RESIZE_KEEP_ASPECT);
-      std::fprintf(g_out, "service resize-aspect %dx%d i=%d result=%d hash=%016llx\n", size.width, size.height,
-                   interpolation, result, static_cast<unsigned long long>(image_hash(target)));
+      std::fprintf(g_out, "service resize-aspect %dx%d i=%d result=%d", size.width, size.height, interpolation, result);
+      end_with_hash(image_hash(target));
     }
   }
 
@@ -291,8 +272,8 @@ void run_services(const LibraryApi& api) {
     tagImgParam source = {pixels.data(), 175, 143, pitch, 10, 7, 150, 120};
     tagImgParam target = {target_pixels.data(), 96, 70, 96 * 3, 3, 2, 90, 66};
     const int result = api.dib_resize(&source, &target, static_cast<IMAGE_INTERPOLATION>(interpolation));
-    std::fprintf(g_out, "service dib_resize i=%d result=%d hash=%016llx\n", interpolation, result,
-                 static_cast<unsigned long long>(fnv1a(target_pixels.data(), target_pixels.size())));
+    std::fprintf(g_out, "service dib_resize i=%d result=%d", interpolation, result);
+    end_with_hash(fnv1a(target_pixels.data(), target_pixels.size()));
   }
 
   // Letterbox fit and the keyed overlap.
@@ -302,8 +283,8 @@ void run_services(const LibraryApi& api) {
     fill(target, 0x22);
     int dummy = 0;
     const int result = api.round(&target, &a, nullptr, &dummy);
-    std::fprintf(g_out, "service round %dx%d result=%d hash=%016llx\n", size.width, size.height, result,
-                 static_cast<unsigned long long>(image_hash(target)));
+    std::fprintf(g_out, "service round %dx%d result=%d", size.width, size.height, result);
+    end_with_hash(image_hash(target));
   }
   Image out(176, 144);
   for (double position : {0.0, 0.4, 1.0}) {
@@ -312,8 +293,8 @@ void run_services(const LibraryApi& api) {
       TransitionParams params = block(0, 0, 0.0, position);
       params.param3 = param3;
       const int result = api.overlap(&out, &a, &b, &params);
-      std::fprintf(g_out, "service overlap pos=%g key=%d result=%d hash=%016llx\n", position, param3, result,
-                   static_cast<unsigned long long>(image_hash(out)));
+      std::fprintf(g_out, "service overlap pos=%g key=%d result=%d", position, param3, result);
+      end_with_hash(image_hash(out));
     }
   }
 }
