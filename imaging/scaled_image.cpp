@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstring>
 #include <vector>
 
 #include "frame/kernel_path.h"
@@ -36,18 +37,19 @@ ScaledImage::ScaledImage(int target_width, int target_height, const Image* sourc
     kept_width[p] = clamp_size(kept_width[0] / 2 + kept_width[0] % 2, chroma_width);
     kept_height[p] = clamp_size(kept_height[0] / 2 + kept_height[0] % 2, chroma_height);
   }
-  // Every plane gets the luma window's bytes; the chroma planes use a quarter.
-  const size_t bytes = std::max<size_t>(static_cast<size_t>(kept_width[0]) * static_cast<size_t>(kept_height[0]), 1);
-  // Zeroed, so that a source without samples still gives a defined picture.
-  y = new uint8_t[bytes]();
-  u = new uint8_t[bytes]();
-  v = new uint8_t[bytes]();
-  if (!source) return;
-  uint8_t* const targets[3] = {y, u, v};
+  uint8_t** const targets[3] = {&y, &u, &v};
   for (int p = kPlaneY; p <= kPlaneV; ++p) {
-    const PlaneView s = image_plane(source, p);
+    // Each plane holds its window, packed; zeroed only where the resize writes
+    // nothing, so that a source without samples still gives a defined picture.
+    const size_t bytes = std::max<size_t>(static_cast<size_t>(kept_width[p]) * static_cast<size_t>(kept_height[p]), 1);
+    *targets[p] = new uint8_t[bytes];
+    const PlaneView s = source ? image_plane(source, p) : PlaneView{};
+    if (s.width < 1 || s.height < 1 || kept_width[p] < 1 || kept_height[p] < 1) {
+      std::memset(*targets[p], 0, bytes);
+      continue;
+    }
     resample_window(s.width, s.height, p == kPlaneY ? target_width : chroma_width,
-                    p == kPlaneY ? target_height : chroma_height, kept_width[p], kept_height[p], s.data, targets[p]);
+                    p == kPlaneY ? target_height : chroma_height, kept_width[p], kept_height[p], s.data, *targets[p]);
   }
 }
 
@@ -78,33 +80,44 @@ void resample_window(int source_width, int source_height, int target_width, int 
   if (window_width < 1 || window_height < 1) return;
   const double sx = static_cast<double>(source_width) / target_width;
   const double sy = static_cast<double>(source_height) / target_height;
-  const bool reference = use_reference_path();
-  // The fast path works the column corners out once for all rows.
-  std::vector<int> col0, col1;
-  if (!reference) {
-    col0.resize(window_width);
-    col1.resize(window_width);
-    for (int i = 0; i < window_width; ++i) corner_indices(i, sx, source_width, &col0[i], &col1[i]);
-  }
-  for (int j = 0; j < window_height; ++j) {
-    int row0, row1;
-    corner_indices(j, sy, source_height, &row0, &row1);
-    const uint8_t* r0 = source + static_cast<ptrdiff_t>(row0) * source_width;
-    const uint8_t* r1 = source + static_cast<ptrdiff_t>(row1) * source_width;
-    if (reference) {
+  if (use_reference_path()) {
+    for (int j = 0; j < window_height; ++j) {
+      int row0, row1;
+      corner_indices(j, sy, source_height, &row0, &row1);
+      const uint8_t* r0 = source + static_cast<ptrdiff_t>(row0) * source_width;
+      const uint8_t* r1 = source + static_cast<ptrdiff_t>(row1) * source_width;
       for (int i = 0; i < window_width; ++i) {
         int c0, c1;
         corner_indices(i, sx, source_width, &c0, &c1);
         *target++ = static_cast<uint8_t>((r0[c0] + r0[c1] + r1[c0] + r1[c1]) >> 2);
       }
-    } else {
-      const int* c0 = col0.data();
-      const int* c1 = col1.data();
-      for (int i = 0; i < window_width; ++i) {
-        target[i] = static_cast<uint8_t>((r0[c0[i]] + r0[c1[i]] + r1[c0[i]] + r1[c1[i]]) >> 2);
-      }
-      target += window_width;
     }
+    return;
+  }
+  // The fast path works the column corners out once for all rows, and the
+  // sums of a source row's two corners once for every target row that uses
+  // that row (neighbouring target rows mostly share theirs).
+  std::vector<int> col0(window_width), col1(window_width);
+  for (int i = 0; i < window_width; ++i) corner_indices(i, sx, source_width, &col0[i], &col1[i]);
+  std::vector<uint16_t> sums[2] = {std::vector<uint16_t>(window_width), std::vector<uint16_t>(window_width)};
+  int sums_row[2] = {-1, -1};
+  auto slot_for = [&](int row, int avoid) {
+    if (sums_row[0] == row) return 0;
+    if (sums_row[1] == row) return 1;
+    const int slot = avoid == 0 ? 1 : 0;
+    const uint8_t* r = source + static_cast<ptrdiff_t>(row) * source_width;
+    uint16_t* out = sums[slot].data();
+    for (int i = 0; i < window_width; ++i) out[i] = static_cast<uint16_t>(r[col0[i]] + r[col1[i]]);
+    sums_row[slot] = row;
+    return slot;
+  };
+  for (int j = 0; j < window_height; ++j, target += window_width) {
+    int row0, row1;
+    corner_indices(j, sy, source_height, &row0, &row1);
+    const int keep = sums_row[0] == row1 ? 0 : sums_row[1] == row1 ? 1 : -1;
+    const uint16_t* top = sums[slot_for(row0, keep)].data();
+    const uint16_t* bottom = sums[slot_for(row1, top == sums[0].data() ? 0 : 1)].data();
+    for (int i = 0; i < window_width; ++i) target[i] = static_cast<uint8_t>((top[i] + bottom[i]) >> 2);
   }
 }
 

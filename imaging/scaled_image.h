@@ -12,7 +12,7 @@ struct ScaledImage {
   int32_t width;   // luma size of the resized picture
   int32_t height;
   uint8_t* y;  // width x height
-  uint8_t* u;  // (width / 2) x (height / 2), in a block of width x height bytes
+  uint8_t* u;  // the held window of the (width / 2) x (height / 2) plane
   uint8_t* v;
   // The samples actually held of each plane (Y, U, V): the whole plane unless
   // a window was asked for. A held plane's row stride is its held width.
