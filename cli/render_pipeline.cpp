@@ -68,7 +68,7 @@ class Pipeline {
         workers_(std::max(1, std::min(plan.threads, total_))) {
     // Enough frames that readers run ahead of the workers, few enough that a
     // 1080p render stays small.
-    const int spare = std::min(workers_, 8) + 2;
+    const int spare = std::min(workers_, 8) + 1;
     fill_pool(pool_a_, spare);
     fill_pool(pool_b_, spare);
     fill_pool(pool_out_, spare - 1);
