@@ -111,42 +111,31 @@ TEST(CGlTexture, LargestTextureTakesTheFrameRescaled) {
   EXPECT_EQ(texels[0], 7);  // the frame's own corner, not an empty border
 }
 
-// Sizes no other test uses, so that the bitmap sets they make are counted here.
-TEST(GlRendererList, OneRendererPerSizeEffectAndThread) {
+// Sizes no other test uses, so that the bitmap sets they make are counted here: one renderer per size, effect and
+// thread, one bitmap set per size; each free releases one of the calling thread's renderers.
+TEST(GlRendererList, OneRendererPerSizeEffectAndThreadFreedOneACall) {
   const int renderers = zv::gl_renderer_count(), sets = zv::frame_dib_set_count();
   ASSERT_EQ(call(kCube, 66, 50, 0.3), 0);
   ASSERT_EQ(call(kCube, 66, 50, 0.6), 0);
   EXPECT_EQ(zv::gl_renderer_count(), renderers + 1);
   EXPECT_EQ(zv::frame_dib_set_count(), sets + 1);
+  call(kCube, 352, 288, 0.5);
+  call(kDriveOff, 352, 288, 0.5);
+  EXPECT_EQ(zv::gl_renderer_count(), renderers + 3);
+  EXPECT_EQ(zv::frame_dib_set_count(), sets + 2);
 
   // Another thread gets its own renderer, keeps it after it finishes, and a
   // thread that never rendered frees nothing.
   std::thread([] { call(kCube, 66, 50, 0.3); }).join();
-  EXPECT_EQ(zv::gl_renderer_count(), renderers + 2);
+  EXPECT_EQ(zv::gl_renderer_count(), renderers + 4);
   std::thread([] { ZvFreeOpenGLObj(); }).join();
-  EXPECT_EQ(zv::gl_renderer_count(), renderers + 2);
-  EXPECT_EQ(zv::frame_dib_set_count(), sets + 1);
-
-  ZvFreeOpenGLObj();
-  EXPECT_EQ(zv::gl_renderer_count(), renderers + 1);
-}
-
-// The same.
-TEST(GlRendererList, FreeingReleasesOneRendererPerCall) {
-  const int renderers = zv::gl_renderer_count(), sets = zv::frame_dib_set_count();
-  call(kCube, 720, 576, 0.5);
-  call(kCube, 352, 288, 0.5);
-  EXPECT_EQ(zv::gl_renderer_count(), renderers + 2);
+  EXPECT_EQ(zv::gl_renderer_count(), renderers + 4);
   EXPECT_EQ(zv::frame_dib_set_count(), sets + 2);
-  call(kDriveOff, 352, 288, 0.5);
-  EXPECT_EQ(zv::gl_renderer_count(), renderers + 3);
-  EXPECT_EQ(zv::frame_dib_set_count(), sets + 2);
-  for (int left = 2; left >= 0; --left) {
+
+  for (int left : {3, 2, 1, 1}) {  // the fourth call finds nothing more of this thread's
     ZvFreeOpenGLObj();
     EXPECT_EQ(zv::gl_renderer_count(), renderers + left);
   }
-  ZvFreeOpenGLObj();  // a fourth call finds nothing more
-  EXPECT_EQ(zv::gl_renderer_count(), renderers);
   EXPECT_EQ(zv::frame_dib_set_count(), sets + 2);  // bitmap sets stay until unload
 }
 

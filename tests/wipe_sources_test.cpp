@@ -11,7 +11,6 @@
 #include <string>
 #include <vector>
 
-#include "frame/registration.h"
 #include "frame/rows.h"
 #include "tests/test_support.h"
 #include "wipes/build_wipes.h"
@@ -51,17 +50,6 @@ constexpr int kLine = 1, kRegion = 5, kClock = 6, kRotate = 7, kCenterRotate = 8
               kTriangleRotate = 23, kTrianglePush = 24, kTriangleSlide = 25, kSplitBack = 30, kSingleDoor = 31,
               kMultiDoor = 32;
 
-TransitionParams params_for(int style, double position, int param1, double param2 = 0.0) {
-  TransitionParams params = zvtest::make_params(style, position);
-  params.param1 = param1;
-  params.param2 = param2;
-  return params;
-}
-
-int call(int id, Image& out, Image& a, Image& b, TransitionParams params) {
-  return zv::transition_entry(id)(&out, &a, &b, &params);
-}
-
 class WipeSources : public ::testing::TestWithParam<SourceCase> {};
 
 TEST_P(WipeSources, EverySampleComesFromItsPlace) {
@@ -69,7 +57,7 @@ TEST_P(WipeSources, EverySampleComesFromItsPlace) {
   ImagePtr a = zvtest::random_frame(c.width, c.height, 1), b = zvtest::random_frame(c.width, c.height, 2);
   ImagePtr out = zvtest::random_frame(c.width, c.height, 3);
   const ImagePtr before = zvtest::random_frame(c.width, c.height, 3);
-  ASSERT_EQ(call(c.id, *out, *a, *b, params_for(c.style, c.position, c.param1, c.param2)), 0);
+  ASSERT_EQ(zvtest::run_transition(c.id, out.get(), a.get(), b.get(), c.style, c.position, c.param1, c.param2), 0);
   const int w = c.plane ? c.width / 2 : c.width, h = c.plane ? c.height / 2 : c.height;
   for (int plane = c.plane; plane <= 2 * c.plane; ++plane) {
     for (int y = 0; y < h; ++y) {
@@ -502,7 +490,7 @@ INSTANTIATE_TEST_SUITE_P(TriangleDoors, WipeSources, ::testing::ValuesIn(kDoorCa
 TEST(LineWipe, FramesOfDifferentSizesMeetAtTheirCentres) {
   ImagePtr out = zvtest::random_frame(30, 20, 3), a = zvtest::random_frame(24, 14, 1);
   ImagePtr b = zvtest::random_frame(26, 16, 2);
-  ASSERT_EQ(call(kLine, *out, *a, *b, zvtest::make_params(0, 0.5)), 0);
+  ASSERT_EQ(zvtest::run_transition(kLine, out.get(), a.get(), b.get(), 0, 0.5), 0);
   // Luma: 24 x 14 at (3, 3) in out, (0, 0) in a, (1, 1) in b; b left of column 12.
   // Chroma: 12 x 7 at (1, 1) in out (15 x 10), (0, 0) in a and b; b left of column 6.
   for (int plane : {0, 2}) {
@@ -528,7 +516,7 @@ TEST(StripCount, OutOfRangeCountsAreClamped) {
     auto draw = [&](int strips) {
       ImagePtr a = zvtest::random_frame(720, 6, 1), b = zvtest::random_frame(720, 6, 2);
       ImagePtr out = zvtest::solid_frame(720, 6, 7, 7, 7);
-      call(c.id, *out, *a, *b, params_for(c.style, 0.4, strips));
+      zvtest::run_transition(c.id, out.get(), a.get(), b.get(), c.style, 0.4, strips);
       return zvtest::frame_bytes(*out);
     };
     EXPECT_EQ(draw(c.given), draw(c.same_as)) << c.id << " count " << c.given;
