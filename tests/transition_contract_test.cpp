@@ -152,17 +152,11 @@ TEST_P(TransitionContract, FramesOfThreeSizesWriteOnlyTheCentredCommonRegion) {
       ImagePtr out = zvtest::random_frame(37, 21, 3);
       ASSERT_EQ(call(t.id, out.get(), a.get(), b.get(), zvtest::make_params(style, position)), t.done);
       for (int plane = 0; plane < 3; ++plane) {
-        const int width = plane == 0 ? 37 : 18, height = plane == 0 ? 21 : 10;
-        const int x0 = plane == 0 ? 2 : 1, y0 = plane == 0 ? 2 : 1, cw = plane == 0 ? 33 : 16,
-                  ch = plane == 0 ? 17 : 8;
-        for (int row = 0; row < height; ++row) {
-          for (int col = 0; col < width; ++col) {
-            if (col >= x0 && col < x0 + cw && row >= y0 && row < y0 + ch) continue;
-            ASSERT_EQ(zvtest::sample(*out, plane, col, row), zvtest::sample(*before, plane, col, row))
-                << "style " << style << " position " << position << " plane " << plane << " x " << col << " y "
-                << row;
-          }
-        }
+        const int x0 = plane == 0 ? 2 : 1, cw = plane == 0 ? 33 : 16, ch = plane == 0 ? 17 : 8;  // y0 = x0
+        ASSERT_TRUE(zvtest::samples_are(*out, plane, [&](int x, int y) {
+          const bool inside = x >= x0 && x < x0 + cw && y >= x0 && y < x0 + ch;
+          return zvtest::sample(inside ? *out : *before, plane, x, y);
+        })) << "style " << style << " position " << position;
       }
     }
   }
@@ -309,27 +303,16 @@ INSTANTIATE_TEST_SUITE_P(Implemented, TransitionContract, ::testing::ValuesIn(kT
                            return "id" + std::to_string(info.param.id);
                          });
 
-struct ProgressCase {
-  double position, duration, expected;
-};
-
-class ProgressTest : public ::testing::TestWithParam<ProgressCase> {};
-
-TEST_P(ProgressTest, FollowsTheBlock) {
-  const ProgressCase c = GetParam();
-  TransitionParams params = zvtest::make_params(0, c.position, c.duration);
-  const double p = zv::transition_progress(&params);
-  EXPECT_EQ(p, c.expected);
-  EXPECT_EQ(std::signbit(p), std::signbit(c.expected));
-}
-
-INSTANTIATE_TEST_SUITE_P(Positions, ProgressTest,
-                         ::testing::Values(ProgressCase{0.4, 1.0, 0.4}, ProgressCase{3.0, 2.0, 1.0},
-                                           ProgressCase{2.0, 2.0, 1.0}, ProgressCase{-1.0, 2.0, 0.0},
-                                           ProgressCase{-1.0, -2.0, -0.0},  // negative zero, unguarded
-                                           ProgressCase{0.5, -2.0, 1.0}, ProgressCase{12.5, 25.0, 0.5}));
-
-TEST(ProgressTest, NotANumberPassesThrough) {
+// (position, duration, progress); -1 / -2 gives a negative zero, unguarded.
+TEST(ProgressTest, FollowsTheBlockAndPassesNotANumberThrough) {
+  const double cases[][3] = {{0.4, 1.0, 0.4},   {3.0, 2.0, 1.0},   {2.0, 2.0, 1.0},  {-1.0, 2.0, 0.0},
+                             {-1.0, -2.0, -0.0}, {0.5, -2.0, 1.0}, {12.5, 25.0, 0.5}};
+  for (const auto& [position, duration, expected] : cases) {
+    TransitionParams params = zvtest::make_params(0, position, duration);
+    const double p = zv::transition_progress(&params);
+    EXPECT_EQ(p, expected) << position << " over " << duration;
+    EXPECT_EQ(std::signbit(p), std::signbit(expected)) << position << " over " << duration;
+  }
   TransitionParams zero_duration = zvtest::make_params(0, 0.5, 0.0);
   EXPECT_TRUE(std::isnan(zv::transition_progress(&zero_duration)));
   TransitionParams nan_position = zvtest::make_params(0, std::numeric_limits<double>::quiet_NaN(), 1.0);
