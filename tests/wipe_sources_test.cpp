@@ -109,6 +109,11 @@ Where spots(std::vector<Spot> list) {
   };
 }
 
+// A case on 720 x 576 frames, for the luma plane.
+SourceCase pal(std::string name, int id, int style, double position, Where from, int param1 = 0, double param2 = 0.0) {
+  return {std::move(name), id, style, position, 720, 576, 0, std::move(from), param1, param2};
+}
+
 // Line Based Wipe: columns [x0, x1) x rows [y0, y1) of each plane show `b`,
 // worked out by hand from trunc(n * progress + 0.5) on each plane's own size
 // (chroma edges may differ from luma by a sample).
@@ -176,35 +181,33 @@ const SourceCase kRegionCases[] = {
     {"DiamondOpenEndOddHeight", kRegion, 6, 1.0, 4, 5, 0, map({"bbbb", "bbbb", "bbbb", "bbbb", "aaaa"})},
     {"DiamondCloseStart", kRegion, 7, 0.0, 4, 4, 0, map({"aaaa", "aaaa", "aaaa", "aaaa"})},
     // On a PAL-sized area, boundaries recomputed per plane.
-    {"RectangleOpenHalfOnPal", kRegion, 0, 0.5, 720, 576, 0,
-     b_where([](int x, int y) { return x >= 180 && x < 540 && y >= 144 && y < 432; })},
+    pal("RectangleOpenHalfOnPal", kRegion, 0, 0.5,
+        b_where([](int x, int y) { return x >= 180 && x < 540 && y >= 144 && y < 432; })),
     {"RectangleOpenHalfOnPalChroma", kRegion, 0, 0.5, 720, 576, 1,
      b_where([](int x, int y) { return x >= 90 && x < 270 && y >= 72 && y < 216; })},
-    {"RoundOpenEndOnPal", kRegion, 2, 1.0, 720, 576, 0, b_where([](int, int) { return true; })},
+    pal("RoundOpenEndOnPal", kRegion, 2, 1.0, b_where([](int, int) { return true; })),
     // d = 288: the diamond touches the top and bottom; its widest rows reach
     // W / 2; the lower half starts one step wider, so its last row is wider
     // than the top row.
-    {"DiamondOpenHalfOnPal", kRegion, 6, 0.5, 720, 576, 0,
-     [](int x, int y) {
-       if (y == 287 || y == 288) return from_b(x, y);
-       if (y == 0 || y == 575) return x >= (y ? 357 : 359) && x < (y ? 363 : 361) ? from_b(x, y) : from_a(x, y);
-       return kUnchecked;
-     }},
+    pal("DiamondOpenHalfOnPal", kRegion, 6, 0.5,
+        [](int x, int y) {
+          if (y == 287 || y == 288) return from_b(x, y);
+          if (y == 0 || y == 575) return x >= (y ? 357 : 359) && x < (y ? 363 : 361) ? from_b(x, y) : from_a(x, y);
+          return kUnchecked;
+        }),
 };
 INSTANTIATE_TEST_SUITE_P(Region, WipeSources, ::testing::ValuesIn(kRegionCases), case_name);
 
 // Clock Based Wipe and Center Rotate Wipe: where the hands stand.
 const SourceCase kClockCases[] = {
-    {"ClockwiseQuarterIsTopRight", kClock, 1, 0.25, 720, 576, 0,
-     b_where([](int x, int y) { return x >= 360 && y < 288; })},
+    pal("ClockwiseQuarterIsTopRight", kClock, 1, 0.25, b_where([](int x, int y) { return x >= 360 && y < 288; })),
     {"ClockwiseQuarterChroma", kClock, 1, 0.25, 720, 576, 1, b_where([](int x, int y) { return x >= 180 && y < 144; })},
-    {"AnticlockwiseQuarterIsTopLeft", kClock, 0, 0.25, 720, 576, 0,
-     b_where([](int x, int y) { return x < 360 && y < 288; })},
-    {"DoubleClockwiseHalf", kClock, 3, 0.5, 720, 576, 0, b_where([](int x, int y) { return (x >= 360) == (y < 288); })},
+    pal("AnticlockwiseQuarterIsTopLeft", kClock, 0, 0.25, b_where([](int x, int y) { return x < 360 && y < 288; })),
+    pal("DoubleClockwiseHalf", kClock, 3, 0.5, b_where([](int x, int y) { return (x >= 360) == (y < 288); })),
     // Quarter hands at 45 degrees: row 100 (dy = -187.5).
-    {"FourTimesClockwiseHalfRow100", kClock, 5, 0.5, 720, 576, 0,
-     b_where_on_row(100, [](int x) { return x <= 171 || (x >= 360 && x <= 546); })},
-    {"SingleOpenHalfIsTopHalf", kClock, 6, 0.5, 720, 576, 0, b_where([](int, int y) { return y < 288; })},
+    pal("FourTimesClockwiseHalfRow100", kClock, 5, 0.5,
+        b_where_on_row(100, [](int x) { return x <= 171 || (x >= 360 && x <= 546); })),
+    pal("SingleOpenHalfIsTopHalf", kClock, 6, 0.5, b_where([](int, int y) { return y < 288; })),
     // Odd sizes put sample centres on the centre lines: the centre column is
     // inside both fans, the centre row outside, the 45-degree samples outside
     // (the fans stop just short of 45 degrees). The centre itself is not checked.
@@ -214,14 +217,14 @@ const SourceCase kClockCases[] = {
        if (dx == 0 && dy == 0) return kUnchecked;
        return dx < dy ? from_b(x, y) : from_a(x, y);
      }},
-    {"CenterRotateFromLeftHalf", kCenterRotate, 0, 0.5, 720, 576, 0, b_where([](int, int y) { return y >= 288; })},
-    {"CenterRotateFromBottomQuarter", kCenterRotate, 2, 0.25, 720, 576, 0,
-     [](int x, int y) {
-       if (y == 476 || y == 376) return x >= (y == 476 ? 460 : 560) ? from_b(x, y) : from_a(x, y);
-       return y == 0 ? from_a(x, y) : kUnchecked;
-     }},
-    {"CenterRotateFromTopHalf", kCenterRotate, 7, 0.5, 720, 576, 0, b_where([](int x, int) { return x >= 360; })},
-    {"CenterRotateFromRightHalf", kCenterRotate, 5, 0.5, 720, 576, 0, b_where([](int, int y) { return y >= 288; })},
+    pal("CenterRotateFromLeftHalf", kCenterRotate, 0, 0.5, b_where([](int, int y) { return y >= 288; })),
+    pal("CenterRotateFromBottomQuarter", kCenterRotate, 2, 0.25,
+        [](int x, int y) {
+          if (y == 476 || y == 376) return x >= (y == 476 ? 460 : 560) ? from_b(x, y) : from_a(x, y);
+          return y == 0 ? from_a(x, y) : kUnchecked;
+        }),
+    pal("CenterRotateFromTopHalf", kCenterRotate, 7, 0.5, b_where([](int x, int) { return x >= 360; })),
+    pal("CenterRotateFromRightHalf", kCenterRotate, 5, 0.5, b_where([](int, int y) { return y >= 288; })),
 };
 INSTANTIATE_TEST_SUITE_P(Clock, WipeSources, ::testing::ValuesIn(kClockCases), case_name);
 
@@ -300,51 +303,46 @@ Where bands(int first) {
   return b_where([=](int x, int y) { return x < first - 90 * (y / 96); });
 }
 const SourceCase kBuildCases[] = {
-    {"BuildDownAndRightQuarter", kBuild, 0, 0.25, 720, 576, 0, b_where(build_quarter), 10},
+    pal("BuildDownAndRightQuarter", kBuild, 0, 0.25, b_where(build_quarter), 10),
     {"BuildDownAndRightQuarterChroma", kBuild, 0, 0.25, 720, 576, 1,
      b_where([](int x, int y) { return x < 72 || (x < 108 && y < 144); }), 10},
-    {"BuildCountZeroIsTen", kBuild, 0, 0.25, 720, 576, 0, b_where(build_quarter), 0},
+    pal("BuildCountZeroIsTen", kBuild, 0, 0.25, b_where(build_quarter), 0),
     // 75 strips become 60 of 12 columns: 15 whole strips at 0.25.
-    {"BuildCountAboveLimitIsSixty", kBuild, 0, 0.25, 720, 576, 0, b_where([](int x, int) { return x < 180; }), 75},
-    {"BuildRightAndUpStart", kBuild, 3, 0.05, 720, 576, 0, b_where([](int x, int y) { return y >= 518 && x < 360; }),
-     10},
-    {"BuildLeftAndUpStart", kBuild, 7, 0.05, 720, 576, 0, b_where([](int x, int y) { return y >= 518 && x >= 360; }),
-     10},
-    {"BuildUpAndLeftStart", kBuild, 5, 0.05, 720, 576, 0, b_where([](int x, int y) { return x >= 648 && y >= 288; }),
-     10},
+    pal("BuildCountAboveLimitIsSixty", kBuild, 0, 0.25, b_where([](int x, int) { return x < 180; }), 75),
+    pal("BuildRightAndUpStart", kBuild, 3, 0.05, b_where([](int x, int y) { return y >= 518 && x < 360; }), 10),
+    pal("BuildLeftAndUpStart", kBuild, 7, 0.05, b_where([](int x, int y) { return y >= 518 && x >= 360; }), 10),
+    pal("BuildUpAndLeftStart", kBuild, 5, 0.05, b_where([](int x, int y) { return x >= 648 && y >= 288; }), 10),
     // t = 58; the head at 358 of 7164 positions.
-    {"SpiralClockwiseStart", kSpiral, 1, 0.05, 720, 576, 0, b_where([](int x, int y) { return y < 58 && x < 358; }),
-     10},
+    pal("SpiralClockwiseStart", kSpiral, 1, 0.05, b_where([](int x, int y) { return y < 58 && x < 358; }), 10),
     {"SpiralClockwiseStartChroma", kSpiral, 1, 0.05, 720, 576, 1,
      b_where([](int x, int y) { return y < 29 && x < 179; }), 10},
-    {"SpiralAnticlockwiseStart", kSpiral, 0, 0.05, 720, 576, 0,
-     b_where([](int x, int y) { return y < 58 && x >= 362; }), 10},
+    pal("SpiralAnticlockwiseStart", kSpiral, 0, 0.05, b_where([](int x, int y) { return y < 58 && x >= 362; }), 10),
     // Half way: the bottom of the second ring (rows 460..517, columns 58..603)
     // is filled from its right end to column 388.
-    {"SpiralClockwiseHalf", kSpiral, 1, 0.5, 720, 576, 0,
-     [](int x, int y) {
-       if (y == 480) return x < 58 || x >= 388 ? from_b(x, y) : from_a(x, y);
-       if (y < 460 || y >= 518 || x < 58 || x >= 604) return kUnchecked;
-       return x >= 388 ? from_b(x, y) : from_a(x, y);
-     }, 10},
+    pal("SpiralClockwiseHalf", kSpiral, 1, 0.5,
+        [](int x, int y) {
+          if (y == 480) return x < 58 || x >= 388 ? from_b(x, y) : from_a(x, y);
+          if (y < 460 || y >= 518 || x < 58 || x >= 604) return kUnchecked;
+          return x >= 388 ? from_b(x, y) : from_a(x, y);
+        }, 10),
     // 90 percent becomes 50: t = 288, segments of 720, 288 and 432; at 0.75 the
     // head is 72 into the bottom-left one.
-    {"SpiralThicknessAboveLimitIsHalf", kSpiral, 1, 0.75, 720, 576, 0,
-     b_where([](int x, int y) { return y < 288 || x >= 360; }), 90},
-    {"WipeCheckerQuarter", kWipe, 0, 0.25, 720, 576, 0, checker(45, 0), 8, 6.0},
-    {"WipeCheckerHalf", kWipe, 0, 0.5, 720, 576, 0, checker(90, 0), 8, 6.0},
-    {"WipeCheckerThreeQuarters", kWipe, 0, 0.75, 720, 576, 0, checker(90, 45), 8, 6.0},
-    {"WipeCheckerToLeftQuarter", kWipe, 1, 0.25, 720, 576, 0,
-     b_where([](int x, int y) { return (x / 90 + y / 96) % 2 == 0 && x % 90 >= 45; }), 8, 6.0},
-    {"WipeBandsHalf", kWipe, 2, 0.5, 720, 576, 0, bands(585), 8, 6.0},
-    {"WipeBandsRowCountNaNIsSix", kWipe, 2, 0.5, 720, 576, 0, bands(585), 8, std::nan("")},
-    {"WipeBandsRowCountHugeIsSix", kWipe, 2, 0.5, 720, 576, 0, bands(585), 8, 1e30},
-    {"WipeBandsColumnCountZeroIsEight", kWipe, 2, 0.5, 720, 576, 0, bands(585), 0, 0.0},
-    {"WipeBandsToLeftHalf", kWipe, 3, 0.5, 720, 576, 0,
-     b_where([](int x, int y) { return x >= 720 - (585 - 90 * (y / 96)); }), 8, 6.0},
+    pal("SpiralThicknessAboveLimitIsHalf", kSpiral, 1, 0.75,
+        b_where([](int x, int y) { return y < 288 || x >= 360; }), 90),
+    pal("WipeCheckerQuarter", kWipe, 0, 0.25, checker(45, 0), 8, 6.0),
+    pal("WipeCheckerHalf", kWipe, 0, 0.5, checker(90, 0), 8, 6.0),
+    pal("WipeCheckerThreeQuarters", kWipe, 0, 0.75, checker(90, 45), 8, 6.0),
+    pal("WipeCheckerToLeftQuarter", kWipe, 1, 0.25,
+        b_where([](int x, int y) { return (x / 90 + y / 96) % 2 == 0 && x % 90 >= 45; }), 8, 6.0),
+    pal("WipeBandsHalf", kWipe, 2, 0.5, bands(585), 8, 6.0),
+    pal("WipeBandsRowCountNaNIsSix", kWipe, 2, 0.5, bands(585), 8, std::nan("")),
+    pal("WipeBandsRowCountHugeIsSix", kWipe, 2, 0.5, bands(585), 8, 1e30),
+    pal("WipeBandsColumnCountZeroIsEight", kWipe, 2, 0.5, bands(585), 0, 0.0),
+    pal("WipeBandsToLeftHalf", kWipe, 3, 0.5,
+        b_where([](int x, int y) { return x >= 720 - (585 - 90 * (y / 96)); }), 8, 6.0),
     // One column: each band waits for the band above to finish.
-    {"WipeBandsOneColumnAreSequential", kWipe, 2, 0.25, 720, 576, 0,
-     b_where([](int x, int y) { return y < 96 || (y < 192 && x < 360); }), 1, 6.0},
+    pal("WipeBandsOneColumnAreSequential", kWipe, 2, 0.25,
+        b_where([](int x, int y) { return y < 96 || (y < 192 && x < 360); }), 1, 6.0),
 };
 INSTANTIATE_TEST_SUITE_P(Build, WipeSources, ::testing::ValuesIn(kBuildCases), case_name);
 
@@ -352,47 +350,46 @@ INSTANTIATE_TEST_SUITE_P(Build, WipeSources, ::testing::ValuesIn(kBuildCases), c
 // two pictures lands on 720 x 576.
 const SourceCase kSplitCases[] = {
     // The quarters of `a` have moved 180 columns and 144 rows toward the corners.
-    {"SplitOpenHalf", kSplit, 0, 0.5, 720, 576, 0,
-     [](int x, int y) {
-       const bool left = x < 180, right = x >= 540, top = y < 144, bottom = y >= 432;
-       if (!(left || right) || !(top || bottom)) return from_b(x, y);
-       return from_a(left ? x + 180 : x - 180, top ? y + 144 : y - 144);
-     }},
-    {"SplitCloseHorizontalQuarter", kSplit, 3, 0.25, 720, 576, 0,
-     [](int x, int y) { return x < 90 ? from_b(x + 270, y) : x >= 630 ? from_b(x - 270, y) : from_a(x, y); }},
-    {"SplitVerticalOpenQuarter", kSplit, 4, 0.25, 720, 576, 0,
-     [](int x, int y) { return y < 216 ? from_a(x, y + 72) : y >= 360 ? from_a(x, y - 72) : from_b(x, y); }},
+    pal("SplitOpenHalf", kSplit, 0, 0.5,
+        [](int x, int y) {
+          const bool left = x < 180, right = x >= 540, top = y < 144, bottom = y >= 432;
+          if (!(left || right) || !(top || bottom)) return from_b(x, y);
+          return from_a(left ? x + 180 : x - 180, top ? y + 144 : y - 144);
+        }),
+    pal("SplitCloseHorizontalQuarter", kSplit, 3, 0.25,
+        [](int x, int y) { return x < 90 ? from_b(x + 270, y) : x >= 630 ? from_b(x - 270, y) : from_a(x, y); }),
+    pal("SplitVerticalOpenQuarter", kSplit, 4, 0.25,
+        [](int x, int y) { return y < 216 ? from_a(x, y + 72) : y >= 360 ? from_a(x, y - 72) : from_b(x, y); }),
     // The quarters of `b` come out of the centre, outer corners first.
-    {"CenterSplitOpenHalf", kCenterSplit, 0, 0.5, 720, 576, 0,
-     [](int x, int y) {
-       if (x < 180 || x >= 540 || y < 144 || y >= 432) return from_a(x, y);
-       return from_b(x < 360 ? x - 180 : x + 180, y < 288 ? y - 144 : y + 144);
-     }},
+    pal("CenterSplitOpenHalf", kCenterSplit, 0, 0.5,
+        [](int x, int y) {
+          if (x < 180 || x >= 540 || y < 144 || y >= 432) return from_a(x, y);
+          return from_b(x < 360 ? x - 180 : x + 180, y < 288 ? y - 144 : y + 144);
+        }),
     // Close at 0.75 is Open at 0.25 with the pictures exchanged: a 180 x 144
     // block of `a` around the centre.
-    {"CenterSplitCloseThreeQuarters", kCenterSplit, 1, 0.75, 720, 576, 0,
-     [](int x, int y) {
-       if (x < 270 || x >= 450 || y < 216 || y >= 360) return from_b(x, y);
-       return from_a(x < 360 ? x - 270 : x + 270, y < 288 ? y - 216 : y + 216);
-     }},
-    {"DoubleSlideUpperBandQuarter", kDoubleSlide, 0, 0.25, 720, 576, 0,
-     [](int x, int y) { return y < 288 && x < 360 ? from_b(x + 360, y) : from_a(x, y); }},
-    {"DoubleSlideHalf", kDoubleSlide, 0, 0.5, 720, 576, 0,
-     [](int x, int y) { return y < 288 ? from_b(x, y) : from_a(x, y); }},
-    {"DoubleSlideRightToLeftLowerBand", kDoubleSlide, 1, 0.75, 720, 576, 0,
-     [](int x, int y) { return y < 288 ? from_b(x, y) : x >= 360 ? from_b(x - 360, y) : from_a(x, y); }},
+    pal("CenterSplitCloseThreeQuarters", kCenterSplit, 1, 0.75,
+        [](int x, int y) {
+          if (x < 270 || x >= 450 || y < 216 || y >= 360) return from_b(x, y);
+          return from_a(x < 360 ? x - 270 : x + 270, y < 288 ? y - 216 : y + 216);
+        }),
+    pal("DoubleSlideUpperBandQuarter", kDoubleSlide, 0, 0.25,
+        [](int x, int y) { return y < 288 && x < 360 ? from_b(x + 360, y) : from_a(x, y); }),
+    pal("DoubleSlideHalf", kDoubleSlide, 0, 0.5, [](int x, int y) { return y < 288 ? from_b(x, y) : from_a(x, y); }),
+    pal("DoubleSlideRightToLeftLowerBand", kDoubleSlide, 1, 0.75,
+        [](int x, int y) { return y < 288 ? from_b(x, y) : x >= 360 ? from_b(x - 360, y) : from_a(x, y); }),
     // Each half of `a` at half size against the middle of its side edge.
-    {"SplitBackOpenHalf", kSplitBack, 0, 0.5, 720, 576, 0,
-     [](int x, int y) {
-       if (y < 144 || y >= 432 || (x >= 180 && x < 540)) return from_b(x, y);
-       return from_a(x < 180 ? 2 * x : 360 + 2 * (x - 540), 2 * (y - 144));
-     }},
+    pal("SplitBackOpenHalf", kSplitBack, 0, 0.5,
+        [](int x, int y) {
+          if (y < 144 || y >= 432 || (x >= 180 && x < 540)) return from_b(x, y);
+          return from_a(x < 180 ? 2 * x : 360 + 2 * (x - 540), 2 * (y - 144));
+        }),
     // Close at 0.25 is Open at 0.75 exchanged: `b`'s halves at quarter size.
-    {"SplitBackCloseQuarter", kSplitBack, 1, 0.25, 720, 576, 0,
-     [](int x, int y) {
-       if (y < 216 || y >= 360 || (x >= 90 && x < 630)) return from_a(x, y);
-       return from_b(x < 90 ? 4 * x : 360 + 4 * (x - 630), 4 * (y - 216));
-     }},
+    pal("SplitBackCloseQuarter", kSplitBack, 1, 0.25,
+        [](int x, int y) {
+          if (y < 216 || y >= 360 || (x >= 90 && x < 630)) return from_a(x, y);
+          return from_b(x < 90 ? 4 * x : 360 + 4 * (x - 630), 4 * (y - 216));
+        }),
     {"SplitBackOpenHalfChroma", kSplitBack, 0, 0.5, 720, 576, 1,
      [](int x, int y) {
        if (y < 72 || y >= 216 || (x >= 90 && x < 270)) return from_b(x, y);
@@ -416,24 +413,23 @@ From push1_quarter_edge_rows(int x, int y) {
   return x + 180 < 720 ? from_a(x + 180, y) : from_b(x - 540, y);
 }
 const SourceCase kTriangleCases[] = {
-    {"RotateLeftHalf", kTriangleRotate, 0, 0.5, 720, 576, 0,
-     spots({{10, 100, from_b(343, 247)}, {300, 300, from_a(300, 300)}})},
-    {"RotateLeftQuarter", kTriangleRotate, 0, 0.25, 720, 576, 0,
-     spots({{10, 100, from_b(443, 403)}, {0, 575, from_a(0, 575)}, {50, 560, from_a(50, 560)}})},
-    {"RotateRightHalf", kTriangleRotate, 1, 0.5, 720, 576, 0, spots({{709, 100, from_b(376, 247)}})},
-    {"Push1HalfRow0", kTrianglePush, 0, 0.5, 720, 576, 0,
-     [](int x, int y) {
-       return y ? kUnchecked : x == 0 ? from_b(360, 0) : x < 360 ? from_a(x + 360, 0) : from_b(x - 360, 0);
-     }},
-    {"Push1QuarterEdgeRows", kTrianglePush, 0, 0.25, 720, 576, 0, push1_quarter_edge_rows},
-    {"Push2Half", kTrianglePush, 1, 0.5, 720, 576, 0,
-     spots({{700, 10, from_b(700, 298)}, {10, 500, from_b(10, 212)}, {700, 300, from_a(700, 12)}})},
-    {"Slide1QuarterRow0", kTriangleSlide, 0, 0.25, 720, 576, 0,
-     [](int x, int y) {
-       return y ? kUnchecked : x == 0 ? from_b(540, 0) : x < 540 ? from_a(x, 0) : from_b(x - 540, 0);
-     }},
-    {"Slide4Half", kTriangleSlide, 3, 0.5, 720, 576, 0,
-     spots({{10, 10, from_b(10, 298)}, {710, 570, from_b(710, 282)}, {710, 100, from_a(710, 100)}})},
+    pal("RotateLeftHalf", kTriangleRotate, 0, 0.5, spots({{10, 100, from_b(343, 247)}, {300, 300, from_a(300, 300)}})),
+    pal("RotateLeftQuarter", kTriangleRotate, 0, 0.25,
+        spots({{10, 100, from_b(443, 403)}, {0, 575, from_a(0, 575)}, {50, 560, from_a(50, 560)}})),
+    pal("RotateRightHalf", kTriangleRotate, 1, 0.5, spots({{709, 100, from_b(376, 247)}})),
+    pal("Push1HalfRow0", kTrianglePush, 0, 0.5,
+        [](int x, int y) {
+          return y ? kUnchecked : x == 0 ? from_b(360, 0) : x < 360 ? from_a(x + 360, 0) : from_b(x - 360, 0);
+        }),
+    pal("Push1QuarterEdgeRows", kTrianglePush, 0, 0.25, push1_quarter_edge_rows),
+    pal("Push2Half", kTrianglePush, 1, 0.5,
+        spots({{700, 10, from_b(700, 298)}, {10, 500, from_b(10, 212)}, {700, 300, from_a(700, 12)}})),
+    pal("Slide1QuarterRow0", kTriangleSlide, 0, 0.25,
+        [](int x, int y) {
+          return y ? kUnchecked : x == 0 ? from_b(540, 0) : x < 540 ? from_a(x, 0) : from_b(x - 540, 0);
+        }),
+    pal("Slide4Half", kTriangleSlide, 3, 0.5,
+        spots({{10, 10, from_b(10, 298)}, {710, 570, from_b(710, 282)}, {710, 100, from_a(710, 100)}})),
     // Five columns at 0.5: Push travels 2, Slide 3 (row 0's edge at column 1).
     {"PushTruncatesOnFiveColumns", kTrianglePush, 0, 0.5, 5, 4, 0,
      row_of(0, {from_b(3, 0), from_a(3, 0), from_a(4, 0), from_b(0, 0), from_b(1, 0)})},
@@ -460,29 +456,27 @@ Where row_leaves(int row, std::vector<Leaf> leaves) {
 }
 const SourceCase kDoorCases[] = {
     // Row 287 splits at 359: 359 samples into 180 columns, 361 into 181.
-    {"PushingOpen1HalfRow287", kSingleDoor, 2, 0.5, 720, 576, 0,
-     row_leaves(287, {{0, 180, 0, 359}, {539, 181, 359, 361}})},
-    {"PushingOpen1HalfLastSamples", kSingleDoor, 2, 0.5, 720, 576, 0,
-     spots({{178, 287, from_a(355, 287)}, {179, 287, from_a(357, 287)}})},
-    {"SlidingOpen1HalfRow287", kSingleDoor, 6, 0.5, 720, 576, 0,
-     [](int x, int y) { return y != 287 ? kUnchecked : x == 719 ? from_a(359, y) : from_b(x, y); }},
-    {"SlidingOpen1HalfRow575", kSingleDoor, 6, 0.5, 720, 576, 0,
-     [](int x, int y) { return y != 575 ? kUnchecked : x < 359 ? from_a(x + 360, y) : from_b(x, y); }},
+    pal("PushingOpen1HalfRow287", kSingleDoor, 2, 0.5, row_leaves(287, {{0, 180, 0, 359}, {539, 181, 359, 361}})),
+    pal("PushingOpen1HalfLastSamples", kSingleDoor, 2, 0.5,
+        spots({{178, 287, from_a(355, 287)}, {179, 287, from_a(357, 287)}})),
+    pal("SlidingOpen1HalfRow287", kSingleDoor, 6, 0.5,
+        [](int x, int y) { return y != 287 ? kUnchecked : x == 719 ? from_a(359, y) : from_b(x, y); }),
+    pal("SlidingOpen1HalfRow575", kSingleDoor, 6, 0.5,
+        [](int x, int y) { return y != 575 ? kUnchecked : x < 359 ? from_a(x + 360, y) : from_b(x, y); }),
     // Close brings `b`'s leaves in over `a`: the second diagonal splits row 0 at 719.
-    {"SlidingClose2QuarterRow0", kSingleDoor, 5, 0.25, 720, 576, 0,
-     [](int x, int y) { return y != 0 ? kUnchecked : x < 179 ? from_b(x + 540, y) : from_a(x, y); }},
+    pal("SlidingClose2QuarterRow0", kSingleDoor, 5, 0.25,
+        [](int x, int y) { return y != 0 ? kUnchecked : x < 179 ? from_b(x + 540, y) : from_a(x, y); }),
     // Two cells 360 wide whose diagonals form a peak.
-    {"DoubleOpenHalfRow0", kMultiDoor, 1, 0.5, 720, 576, 0, row_leaves(0, {{0, 180, 0, 360}, {540, 180, 360, 360}})},
-    {"DoubleOpenHalfRow287", kMultiDoor, 1, 0.5, 720, 576, 0,
-     row_leaves(287, {{0, 90, 0, 180}, {270, 90, 180, 180}, {360, 90, 360, 180}, {630, 90, 540, 180}})},
-    {"DoubleOpenHalfRow575", kMultiDoor, 1, 0.5, 720, 576, 0,
-     row_leaves(575, {{180, 180, 0, 360}, {360, 180, 360, 360}})},
+    pal("DoubleOpenHalfRow0", kMultiDoor, 1, 0.5, row_leaves(0, {{0, 180, 0, 360}, {540, 180, 360, 360}})),
+    pal("DoubleOpenHalfRow287", kMultiDoor, 1, 0.5,
+        row_leaves(287, {{0, 90, 0, 180}, {270, 90, 180, 180}, {360, 90, 360, 180}, {630, 90, 540, 180}})),
+    pal("DoubleOpenHalfRow575", kMultiDoor, 1, 0.5, row_leaves(575, {{180, 180, 0, 360}, {360, 180, 360, 360}})),
     // A 4 x 2 grid of 180 x 288 cells: row 0 of the top cells, row 288 of the
     // bottom ones, where the diagonals alternate the other way.
-    {"MultiOpenHalfRow0", kMultiDoor, 3, 0.5, 720, 576, 0,
-     row_leaves(0, {{0, 90, 0, 180}, {270, 90, 180, 180}, {360, 90, 360, 180}, {630, 90, 540, 180}})},
-    {"MultiOpenHalfRow288", kMultiDoor, 3, 0.5, 720, 576, 0,
-     row_leaves(288, {{90, 90, 0, 180}, {180, 90, 180, 180}, {450, 90, 360, 180}, {540, 90, 540, 180}})},
+    pal("MultiOpenHalfRow0", kMultiDoor, 3, 0.5,
+        row_leaves(0, {{0, 90, 0, 180}, {270, 90, 180, 180}, {360, 90, 360, 180}, {630, 90, 540, 180}})),
+    pal("MultiOpenHalfRow288", kMultiDoor, 3, 0.5,
+        row_leaves(288, {{90, 90, 0, 180}, {180, 90, 180, 180}, {450, 90, 360, 180}, {540, 90, 540, 180}})),
 };
 INSTANTIATE_TEST_SUITE_P(TriangleDoors, WipeSources, ::testing::ValuesIn(kDoorCases), case_name);
 
