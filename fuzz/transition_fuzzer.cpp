@@ -30,17 +30,14 @@
 
 namespace {
 
-// The transitions drawn with OpenGL; they go to zv_fuzz_gl.
+// The transitions drawn with OpenGL go to zv_fuzz_gl, without the picture services; the others to zv_fuzz.
 constexpr int kOpenGlIds[] = {42, 43, 45, 47, 48, 49, 50, 51, 52, 55, 57, 58, 60, 61, 62, 64};
-
-[[maybe_unused]] bool is_open_gl(int id) {
-  return std::find(std::begin(kOpenGlIds), std::end(kOpenGlIds), id) != std::end(kOpenGlIds);
-}
-
 #ifdef ZV_FUZZ_OPEN_GL
-constexpr int kMaxSide = 48;
+constexpr bool kOpenGl = true;
+constexpr int kMaxSide = 48, kServices = 0;
 #else
-constexpr int kMaxSide = 200;
+constexpr bool kOpenGl = false;
+constexpr int kMaxSide = 200, kServices = 7;
 #endif
 
 // `size` bytes with kGuard poisoned bytes before and after; the data starts
@@ -308,19 +305,13 @@ void fuzz_service(int service, Decoder& d) {
   }
 }
 
-#ifdef ZV_FUZZ_OPEN_GL
-std::vector<int> call_ids() { return {std::begin(kOpenGlIds), std::end(kOpenGlIds)}; }
-constexpr int kServices = 0;
-#else
 std::vector<int> call_ids() {
   std::vector<int> ids;
   for (int id = 1; id <= zv::kTransitionCount; ++id) {
-    if (!is_open_gl(id)) ids.push_back(id);
+    if (std::count(std::begin(kOpenGlIds), std::end(kOpenGlIds), id) == kOpenGl) ids.push_back(id);
   }
   return ids;
 }
-constexpr int kServices = 7;
-#endif
 
 }  // namespace
 

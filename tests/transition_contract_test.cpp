@@ -271,7 +271,8 @@ TEST_P(TransitionContract, FastPathMatchesTheReferencePath) {
   const Traits& t = GetParam();
   if (t.drawing == kOpenGl) GTEST_SKIP() << "drawn with OpenGL: no separate reference path";
   const int sizes[][6] = {{1, 1, 1, 1, 1, 1},       {7, 5, 7, 5, 7, 5},       {33, 17, 33, 17, 33, 17},
-                          {64, 48, 64, 48, 64, 48}, {37, 21, 33, 17, 41, 25}, {50, 30, 71, 43, 24, 61}};
+                          {64, 48, 64, 48, 64, 48}, {37, 21, 33, 17, 41, 25}, {50, 30, 71, 43, 24, 61},
+                          {12, 6, 12, 6, 8, 6},     {8, 6, 8, 6, 12, 6},     {8, 4, 8, 4, 10, 4}};
   const std::pair<int, double> params[] = {{0, 0.0}, {5, 3.0}, {0x00140028, 655380.0}, {-3, -1.0}};
   auto run = [&](zv::KernelPath path, const int* s, TransitionParams block) {
     ImagePtr a = zvtest::random_frame(s[2], s[3], 11), b = zvtest::random_frame(s[4], s[5], 22);
