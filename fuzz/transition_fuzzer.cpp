@@ -1,16 +1,13 @@
-// Decodes each input into one call of a transition (by id, through the
-// registration table) or of a picture service, with hostile sizes and
-// parameters, on planes allocated to their exact size with poisoned guard
-// bytes on both sides, so one byte read or written past a plane is caught.
+// Decodes each input into one call of a transition (by id, through the registration table) or of a picture service,
+// with hostile sizes and parameters, on planes allocated to their exact size with poisoned guard bytes on both sides,
+// so one byte read or written past a plane is caught.
 //
-// Built twice: zv_fuzz (the software transitions and the picture services)
-// and zv_fuzz_gl (the OpenGL transitions, much slower per call; their sizes
-// are kept small because the library caches bitmaps per frame size).
+// Built twice: zv_fuzz (the software transitions and the picture services) and zv_fuzz_gl (the OpenGL transitions, much
+// slower per call; their sizes are kept small because the library caches bitmaps per frame size).
 #include <fuzzer/FuzzedDataProvider.h>
 #include <sanitizer/asan_interface.h>  // the poisoning is a no-op without AddressSanitizer
 
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
 #include <cstdint>
 #include <cstdlib>
@@ -188,8 +185,7 @@ TransitionParams decode_params(Decoder& d) {
   std::abort();
 }
 
-// One transition call. Besides memory safety: a result code from the list,
-// and `a` and `b` unchanged.
+// One transition call. Besides memory safety: a result code from the list, and `a` and `b` unchanged.
 void fuzz_transition(int id, Decoder& d) {
   const uint8_t nulls = d.in().ConsumeIntegral<uint8_t>();
   GuardedFrame out(d), a(d), b(d);

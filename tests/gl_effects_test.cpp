@@ -1,6 +1,5 @@
-// 3D Cube and 3D Drive Off pictures: what each must show, with a tolerance
-// fit for rasterisation, and golden frames that pin the software rasteriser's
-// output within one level.
+// 3D Cube and 3D Drive Off pictures: what each must show, with a tolerance fit for rasterisation, and golden frames
+// that pin the software rasteriser's output within one level.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -38,8 +37,7 @@ int call(int id, Image& out, const ImagePtr& a, const ImagePtr& b, int style, do
   return zv::transition_entry(id)(&out, a.get(), b.get(), &params);
 }
 
-// Renders `positions` in order on the calling thread with fresh renderers,
-// returning the last output.
+// Renders `positions` in order on the calling thread with fresh renderers, returning the last output.
 ImagePtr render(int id, int width, int height, std::initializer_list<double> positions) {
   ImagePtr a = zvtest::solid_frame(width, height, kA.y, kA.u, kA.v);
   ImagePtr b = zvtest::solid_frame(width, height, kB.y, kB.u, kB.v);
@@ -123,9 +121,8 @@ ImagePtr painted_frame(int width, int height, const std::function<int(int, int, 
   return image;
 }
 
-// Golden frames: smooth pictures (so that a one-texel shift moves a sample
-// by about a level), drawn in order on one renderer per effect. To regenerate
-// after a deliberate change:
+// Golden frames: smooth pictures (so that a one-texel shift moves a sample by about a level), drawn in order on one
+// renderer per effect. To regenerate after a deliberate change:
 //   ZV_UPDATE_GOLDEN=1 build/bin/zv_tests --gtest_filter='GlGolden*'
 ImagePtr smooth_frame(int width, int height, int phase) {
   return painted_frame(width, height, [phase](int p, int x, int y, int, int) {

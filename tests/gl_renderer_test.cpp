@@ -124,8 +124,7 @@ TEST(GlRendererList, OneRendererPerSizeEffectAndThreadFreedOneACall) {
   EXPECT_EQ(zv::gl_renderer_count(), renderers + 3);
   EXPECT_EQ(zv::frame_dib_set_count(), sets + 2);
 
-  // Another thread gets its own renderer, keeps it after it finishes, and a
-  // thread that never rendered frees nothing.
+  // Another thread gets its own renderer, keeps it after it finishes, and a thread that never rendered frees nothing.
   std::thread([] { call(kCube, 66, 50, 0.3); }).join();
   EXPECT_EQ(zv::gl_renderer_count(), renderers + 4);
   std::thread([] { ZvFreeOpenGLObj(); }).join();
@@ -139,9 +138,8 @@ TEST(GlRendererList, OneRendererPerSizeEffectAndThreadFreedOneACall) {
   EXPECT_EQ(zv::frame_dib_set_count(), sets + 2);  // bitmap sets stay until unload
 }
 
-// Eight threads at two sizes, each OpenGL effect drawn on two threads at once
-// (a quarter of the effects per thread keeps the contexts made few); each
-// thread frees its two renderers of an effect before the next.
+// Eight threads at two sizes, each OpenGL effect drawn on two threads at once (a quarter of the effects per thread
+// keeps the contexts made few); each thread frees its two renderers of an effect before the next.
 TEST(GlRendererList, ManyThreadsAtTwoSizesThenEverythingFreed) {
   const int gl_ids[] = {42, 43, 45, 47, 48, 49, 50, 51, 52, 55, 57, 58, 60, 61, 62, 64};
   const int renderers = zv::gl_renderer_count();

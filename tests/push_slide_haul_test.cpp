@@ -14,8 +14,7 @@ using zvtest::sample;
 
 constexpr int kFill = -1;  // an expected Push fill byte
 
-// Every sample of a plane against `expected(x, y)`, which returns a sample
-// value, or kFill for Push's black.
+// Every sample of a plane against `expected(x, y)`, which returns a sample value, or kFill for Push's black.
 void expect_plane(const Image& out, int plane, const std::function<int(int, int)>& expected) {
   const int black = plane == 0 ? 16 : 128;
   auto filled = [&](int x, int y) { return expected(x, y) == kFill ? black : expected(x, y); };
@@ -44,8 +43,7 @@ class MoveWipeTest : public ::testing::Test {
   int b(int p, int x, int y) const { return sample(*b_, p, x, y); }
 };
 
-// W = 5 at progress 0.5: Push travels trunc(2.5) = 2 columns, Slide and Haul
-// round to 3.
+// W = 5 at progress 0.5: Push travels trunc(2.5) = 2 columns, Slide and Haul round to 3.
 TEST_F(MoveWipeTest, PushTruncatesWhileSlideAndHaulRound) {
   resize(5, 2);
   run_op(zv::push_based_wipe, 0, 0.5);
@@ -98,9 +96,8 @@ TEST_F(MoveWipeTest, CornerStylesCopyTheTabledAreas) {
   expect_plane(*out_, 1, [&](int x, int y) { return x < 7 && y >= 2 ? a(1, x + 3, y - 2) : b(1, x, y); });
 }
 
-// Push styles 2 and 3 write their first k rows a first-source stride apart.
-// With `b` narrower than `out` those rows land closer together, partly in
-// out's border columns; the rest follows at out's own stride.
+// Push styles 2 and 3 write their first k rows a first-source stride apart. With `b` narrower than `out` those rows
+// land closer together, partly in out's border columns; the rest follows at out's own stride.
 TEST_F(MoveWipeTest, PushVerticalStepsOutputByTheFirstSourcesStride) {
   resize(12, 6, 8);
   std::vector<uint8_t> expected = zvtest::plane_bytes(*out_, 0);
@@ -153,8 +150,7 @@ TEST_F(MoveWipeTest, PushRightCornersStepThroughAWithBsStride) {
   });
 }
 
-// Where b's stride would carry style 7 past the end of a's plane, the rest of
-// the row is black instead.
+// Where b's stride would carry style 7 past the end of a's plane, the rest of the row is black instead.
 TEST_F(MoveWipeTest, PushRightCornersFillWherePastTheEndOfA) {
   resize(8, 4, 10);
   run_op(zv::push_based_wipe, 7, 0.5);

@@ -1,6 +1,5 @@
-// zvtran render and zvtran demo, run as a user runs them: real media made
-// with the ffmpeg program, outputs decoded back and compared, bad input
-// refused without leftovers, and the gallery page opened in headless Chromium.
+// zvtran render and zvtran demo, run as a user runs them: real media made with the ffmpeg program, outputs decoded back
+// and compared, bad input refused without leftovers, and the gallery page opened in headless Chromium.
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -255,9 +254,8 @@ TEST_F(RenderTest, BadInputGetsOneLineAndLeavesNothing) {
   }
 }
 
-// The direct Y4M reader against FFmpeg's (the same pictures in a raw NUT
-// file), from a file and from standard input, at the clip's size and scaled,
-// at its rate and at a higher one (pictures shown twice).
+// The direct Y4M reader against FFmpeg's (the same pictures in a raw NUT file), from a file and from standard input, at
+// the clip's size and scaled, at its rate and at a higher one (pictures shown twice).
 TEST_F(RenderTest, Y4mFastPathAndStdinMatchFfmpeg) {
   lavfi("testsrc2=size=96x64:rate=10 -t 1", "a.y4m");
   lavfi("smptebars=size=96x64:rate=10 -t 1", "b.y4m");
@@ -287,8 +285,7 @@ TEST_F(RenderTest, TruncatedStdinStopsWithOneLine) {
   EXPECT_EQ(listing(), std::set<std::string>{"a.y4m"});
 }
 
-// Every implemented transition, randomised ones included, on one worker and
-// on four.
+// Every implemented transition, randomised ones included, on one worker and on four.
 TEST_F(RenderTest, ThreadCountDoesNotChangeOutput) {
   lavfi("testsrc2=size=64x48:rate=10 -t 1", "a.y4m");
   lavfi("mandelbrot=size=64x48:rate=10 -t 1", "b.y4m");

@@ -1,9 +1,7 @@
-// What every transition promises, checked for each id from one row of traits:
-// its end frames, its answer to styles past the last, where it writes when
-// the frames differ in size, its result codes, hostile inputs, and its fast
-// path against the reference path. A transition joins by adding its row.
-// Then the pieces of the call contract they share: progress, the x86 integer
-// conversions and the centred common region.
+// What every transition promises, checked for each id from one row of traits: its end frames, its answer to styles past
+// the last, where it writes when the frames differ in size, its result codes, hostile inputs, and its fast path against
+// the reference path. A transition joins by adding its row. Then the pieces of the call contract they share: progress,
+// the x86 integer conversions and the centred common region.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -59,8 +57,7 @@ const Traits kTraits[] = {
     // Push 2 and 3 step the output by the first source's stride.
     {2, 8, 0, false, kNone, kNone, styles({2, 3})},
     plain(3, 8), plain(4, 8),
-    // Round Close's circle already leaves b in the corners at 0; Round Open's
-    // end is promised only for some sizes.
+    // Round Close's circle already leaves b in the corners at 0; Round Open's end is promised only for some sizes.
     {5, 8, 0, false, styles({2, 3}), styles({2, 3}), kNone},
     plain(6, 8), plain(7, 8), plain(8, 8), plain(9, 4),
     // Slanted blinds keep a sliver of the other picture unless 2W / n is whole.
@@ -170,9 +167,8 @@ bool nan_shows_start(int id) {
   return ids.count(id) > 0;
 }
 
-// A zero duration or a NaN position gives a NaN progress: every style still
-// gives its ordinary result without touching memory it was not given, and
-// where the progress is clamped to 0 the picture is the one of progress 0.
+// A zero duration or a NaN position gives a NaN progress: every style still gives its ordinary result without touching
+// memory it was not given, and where the progress is clamped to 0 the picture is the one of progress 0.
 TEST_P(TransitionContract, NotANumberProgressIsSafe) {
   const Traits& t = GetParam();
   ImagePtr a = zvtest::random_frame(37, 21, 1), b = zvtest::random_frame(33, 25, 2);
@@ -190,9 +186,8 @@ TEST_P(TransitionContract, NotANumberProgressIsSafe) {
   }
 }
 
-// Every combination with at least one null argument returns 1 and leaves
-// `out` alone, flags included. Transitions with their own check carry on
-// without what they lack unless all four are null.
+// Every combination with at least one null argument returns 1 and leaves `out` alone, flags included. Transitions with
+// their own check carry on without what they lack unless all four are null.
 TEST_P(TransitionContract, NullArgumentsReturnOneAndTouchNothing) {
   const Traits& t = GetParam();
   ImagePtr a = zvtest::random_frame(8, 6, 1), b = zvtest::random_frame(8, 6, 2), out = zvtest::random_frame(8, 6, 3);
@@ -228,10 +223,9 @@ TEST_P(TransitionContract, DisabledBlockReturnsTwoButCopiesTheFlags) {
   EXPECT_EQ(zvtest::frame_bytes(*out), before);
 }
 
-// Whatever a host hands a transition (NaN or huge progress and parameters,
-// odd, zero or negative sizes, styles out of range), it returns one of its
-// result codes, reads `a` and `b` without changing them, and stays inside the
-// planes it was given (the sanitizer build checks the last part).
+// Whatever a host hands a transition (NaN or huge progress and parameters, odd, zero or negative sizes, styles out of
+// range), it returns one of its result codes, reads `a` and `b` without changing them, and stays inside the planes it
+// was given (the sanitizer build checks the last part).
 TEST_P(TransitionContract, HostileInputsGiveAResultCodeAndLeaveTheSourcesAlone) {
   const Traits& t = GetParam();
   const double inf = std::numeric_limits<double>::infinity(), nan = std::nan("");

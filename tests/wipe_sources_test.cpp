@@ -1,8 +1,6 @@
-// Where each output sample of a wipe comes from. A case names one call and,
-// for every sample of one plane (Y, or U and V), the picture and position it
-// must show; the pictures are random, so a sample taken from the wrong place
-// shows. Then the helpers that lay out spirals and diagonals, and the clamps of
-// the strip counts.
+// Where each output sample of a wipe comes from. A case names one call and, for every sample of one plane (Y, or U and
+// V), the picture and position it must show; the pictures are random, so a sample taken from the wrong place shows.
+// Then the helpers that lay out spirals and diagonals, and the clamps of the strip counts.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -87,8 +85,7 @@ Where b_where(std::function<bool(int, int)> shows_b) {
 Where b_where_on_row(int row, std::function<bool(int)> shows_b) {
   return [=](int x, int y) { return y != row ? kUnchecked : shows_b(x) ? from_b(x, y) : from_a(x, y); };
 }
-// A picture of the plane: 'a', 'b', '.' (out kept its sample), in place; rows
-// past the list or '-' are not checked.
+// A picture of the plane: 'a', 'b', '.' (out kept its sample), in place; rows past the list or '-' are not checked.
 Where map(std::vector<std::string> rows) {
   return [rows](int x, int y) {
     const char c = y < static_cast<int>(rows.size()) && x < static_cast<int>(rows[y].size()) ? rows[y][x] : '-';
@@ -114,9 +111,8 @@ SourceCase pal(std::string name, int id, int style, double position, Where from,
   return {std::move(name), id, style, position, 720, 576, 0, std::move(from), param1, param2};
 }
 
-// Line Based Wipe: columns [x0, x1) x rows [y0, y1) of each plane show `b`,
-// worked out by hand from trunc(n * progress + 0.5) on each plane's own size
-// (chroma edges may differ from luma by a sample).
+// Line Based Wipe: columns [x0, x1) x rows [y0, y1) of each plane show `b`, worked out by hand from
+// trunc(n * progress + 0.5) on each plane's own size (chroma edges may differ from luma by a sample).
 std::vector<SourceCase> line_cases() {
   struct Row {
     int style, width, height;
@@ -186,9 +182,8 @@ const SourceCase kRegionCases[] = {
     {"RectangleOpenHalfOnPalChroma", kRegion, 0, 0.5, 720, 576, 1,
      b_where([](int x, int y) { return x >= 90 && x < 270 && y >= 72 && y < 216; })},
     pal("RoundOpenEndOnPal", kRegion, 2, 1.0, b_where([](int, int) { return true; })),
-    // d = 288: the diamond touches the top and bottom; its widest rows reach
-    // W / 2; the lower half starts one step wider, so its last row is wider
-    // than the top row.
+    // d = 288: the diamond touches the top and bottom; its widest rows reach W / 2; the lower half starts one step
+    // wider, so its last row is wider than the top row.
     pal("DiamondOpenHalfOnPal", kRegion, 6, 0.5,
         [](int x, int y) {
           if (y == 287 || y == 288) return from_b(x, y);
@@ -208,9 +203,8 @@ const SourceCase kClockCases[] = {
     pal("FourTimesClockwiseHalfRow100", kClock, 5, 0.5,
         b_where_on_row(100, [](int x) { return x <= 171 || (x >= 360 && x <= 546); })),
     pal("SingleOpenHalfIsTopHalf", kClock, 6, 0.5, b_where([](int, int y) { return y < 288; })),
-    // Odd sizes put sample centres on the centre lines: the centre column is
-    // inside both fans, the centre row outside, the 45-degree samples outside
-    // (the fans stop just short of 45 degrees). The centre itself is not checked.
+    // Odd sizes put sample centres on the centre lines: the centre column is inside both fans, the centre row outside,
+    // the 45-degree samples outside (the fans stop just short of 45 degrees). The centre itself is not checked.
     {"DoubleOpenHalfOddSize", kClock, 7, 0.5, 9, 7, 0,
      [](int x, int y) {
        const int dx = std::abs(2 * x + 1 - 9), dy = std::abs(2 * y + 1 - 7);
@@ -228,9 +222,8 @@ const SourceCase kClockCases[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Clock, WipeSources, ::testing::ValuesIn(kClockCases), case_name);
 
-// Rotate Based Wipe, 16 x 12 at 0.1 (tan = 0.158, cot = 6.31): where each
-// style's line starts and where it has reached by the bottom row. Styles 1
-// and 6 show b on the whole top row already; styles 0 and 7 keep it all a.
+// Rotate Based Wipe, 16 x 12 at 0.1 (tan = 0.158, cot = 6.31): where each style's line starts and where it has reached
+// by the bottom row. Styles 1 and 6 show b on the whole top row already; styles 0 and 7 keep it all a.
 Where top_and_bottom(const std::string& top, const std::string& bottom) {
   return [=](int x, int y) { return y == 0 || y == 11 ? From{(y ? bottom : top)[x], x, y} : kUnchecked; };
 }
@@ -262,9 +255,8 @@ const SourceCase kStripCases[] = {
     {"SlantedWholeStripsEnd", kBlind, 6, 1.0, 6, 2, 0, map({"bbbbbb", "bbbbbb"}), 3},
     {"HorizontalDown", kBlind, 2, 0.25, 3, 8, 0, map({"bbb", "aaa", "aaa", "aaa", "bbb", "aaa", "aaa", "aaa"}), 2},
     {"HorizontalUp", kBlind, 3, 0.25, 3, 8, 0, map({"aaa", "aaa", "aaa", "bbb", "aaa", "aaa", "aaa", "bbb"}), 2},
-    // Style 0, n = 10 at half way: b on the first half of every 72-column
-    // strip, recomputed on the chroma plane's own width; style 1 at a quarter:
-    // b on the last 18 columns of every strip.
+    // Style 0, n = 10 at half way: b on the first half of every 72-column strip, recomputed on the chroma plane's own
+    // width; style 1 at a quarter: b on the last 18 columns of every strip.
     {"VerticalHalfWay", kBlind, 0, 0.5, 720, 4, 0, b_where([](int x, int) { return x % 72 < 36; }), 10},
     {"VerticalHalfWayChroma", kBlind, 0, 0.5, 720, 4, 1, b_where([](int x, int) { return x % 36 < 18; }), 10},
     {"VerticalReverseQuarter", kBlind, 1, 0.25, 720, 4, 0, b_where([](int x, int) { return x % 72 >= 54; }), 10},
@@ -289,8 +281,8 @@ const SourceCase kStripCases[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Strips, WipeSources, ::testing::ValuesIn(kStripCases), case_name);
 
-// Build Based Wipe, Spiral Based Wipe and Wipe: which strips, path segments,
-// cells and bands show `b` on 720 x 576, and how the user's counts are limited.
+// Build Based Wipe, Spiral Based Wipe and Wipe: which strips, path segments, cells and bands show `b` on 720 x 576, and
+// how the user's counts are limited.
 // Build, style 0, ten strips at 0.25: two and a half strips of 72 columns.
 bool build_quarter(int x, int y) { return x < 144 || (x < 216 && y < 288); }
 // Wipe's 8 x 6 checker of 90 x 96 cells: even cells are `b` in their first
@@ -325,8 +317,7 @@ const SourceCase kBuildCases[] = {
           if (y < 460 || y >= 518 || x < 58 || x >= 604) return kUnchecked;
           return x >= 388 ? from_b(x, y) : from_a(x, y);
         }, 10),
-    // 90 percent becomes 50: t = 288, segments of 720, 288 and 432; at 0.75 the
-    // head is 72 into the bottom-left one.
+    // 90 percent becomes 50: t = 288, segments of 720, 288 and 432; at 0.75 the head is 72 into the bottom-left one.
     pal("SpiralThicknessAboveLimitIsHalf", kSpiral, 1, 0.75,
         b_where([](int x, int y) { return y < 288 || x >= 360; }), 90),
     pal("WipeCheckerQuarter", kWipe, 0, 0.25, checker(45, 0), 8, 6.0),
@@ -346,8 +337,7 @@ const SourceCase kBuildCases[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Build, WipeSources, ::testing::ValuesIn(kBuildCases), case_name);
 
-// Split, Center Split, Double Slide and Split Back: where each piece of the
-// two pictures lands on 720 x 576.
+// Split, Center Split, Double Slide and Split Back: where each piece of the two pictures lands on 720 x 576.
 const SourceCase kSplitCases[] = {
     // The quarters of `a` have moved 180 columns and 144 rows toward the corners.
     pal("SplitOpenHalf", kSplit, 0, 0.5,
@@ -366,8 +356,7 @@ const SourceCase kSplitCases[] = {
           if (x < 180 || x >= 540 || y < 144 || y >= 432) return from_a(x, y);
           return from_b(x < 360 ? x - 180 : x + 180, y < 288 ? y - 144 : y + 144);
         }),
-    // Close at 0.75 is Open at 0.25 with the pictures exchanged: a 180 x 144
-    // block of `a` around the centre.
+    // Close at 0.75 is Open at 0.25 with the pictures exchanged: a 180 x 144 block of `a` around the centre.
     pal("CenterSplitCloseThreeQuarters", kCenterSplit, 1, 0.75,
         [](int x, int y) {
           if (x < 270 || x >= 450 || y < 216 || y >= 360) return from_b(x, y);
@@ -398,8 +387,8 @@ const SourceCase kSplitCases[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Split, WipeSources, ::testing::ValuesIn(kSplitCases), case_name);
 
-// Triangle Rotate, Triangle Push and Triangle Slide: single samples of the
-// turning lid, and the two triangular windows' sources on 720 x 576.
+// Triangle Rotate, Triangle Push and Triangle Slide: single samples of the turning lid, and the two triangular windows'
+// sources on 720 x 576.
 // Row `row` of the output, one source per column.
 Where row_of(int row, std::vector<From> sources) {
   return [=](int x, int y) { return y == row ? sources[x] : kUnchecked; };
@@ -438,9 +427,8 @@ const SourceCase kTriangleCases[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Triangle, WipeSources, ::testing::ValuesIn(kTriangleCases), case_name);
 
-// Single and Multi-Triangle Door: the leaves' squeezed and shifted rows and
-// the cells' alternating diagonals on 720 x 576. A leaf of `a`'s columns
-// [from, from + count) squeezed into output columns [at, at + width) of row y:
+// Single and Multi-Triangle Door: the leaves' squeezed and shifted rows and the cells' alternating diagonals on
+// 720 x 576. A leaf of `a`'s columns [from, from + count) squeezed into output columns [at, at + width) of row y:
 // column at + i takes from + (i * count) / width.
 struct Leaf {
   int at, width, from, count;
@@ -498,8 +486,7 @@ TEST(LineWipe, FramesOfDifferentSizesMeetAtTheirCentres) {
   }
 }
 
-// Cross and Blind: out-of-range strip counts draw exactly what the clamped
-// count draws.
+// Cross and Blind: out-of-range strip counts draw exactly what the clamped count draws.
 TEST(StripCount, OutOfRangeCountsAreClamped) {
   struct Clamp {
     int id, style, given, same_as, differs_from;
@@ -518,9 +505,8 @@ TEST(StripCount, OutOfRangeCountsAreClamped) {
   }
 }
 
-// The spiral's path over 720 x 576 with a 58-sample band: 19 segments, 7164
-// positions, the seventh the bottom of the second ring; a 288-sample band on
-// 576 rows leaves three.
+// The spiral's path over 720 x 576 with a 58-sample band: 19 segments, 7164 positions, the seventh the bottom of the
+// second ring; a 288-sample band on 576 rows leaves three.
 TEST(SpiralSegments, TileTheAreaRingByRing) {
   std::vector<zv::SpiralSegment> segments;
   zv::spiral_segments(720, 576, 58, [&](const zv::SpiralSegment& s) {
