@@ -97,9 +97,7 @@ TEST(CGlTexture, FrameSitsCentredInTheSquareTexture) {
       EXPECT_EQ(t[2], static_cast<uint8_t>(x));
     }
   }
-  EXPECT_EQ(texel(151, 224)[0], 0);
-  EXPECT_EQ(texel(152, 223)[0], 0);
-  EXPECT_EQ(texel(872, 224)[0], 0);
+  for (auto [x, y] : {std::pair{151, 224}, {152, 223}, {872, 224}}) EXPECT_EQ(texel(x, y)[0], 0) << x << "," << y;
 }
 
 TEST(CGlTexture, LargestTextureTakesTheFrameRescaled) {

@@ -315,6 +315,37 @@ TEST(ProgressTest, FollowsTheBlockAndPassesNotANumberThrough) {
   EXPECT_TRUE(std::isnan(zv::clamp_progress(std::nan(""))));
 }
 
+// Out-of-range user parameters draw exactly what their limit draws; where marked, one step inside the limit draws
+// something else: Blind's (10) and Cross's (9) strip counts, Obscure's (29) strip count, Roll's (18) width and Zoom
+// Box's (46) box counts.
+TEST(UserParameters, OutOfRangeValuesDrawTheirLimit) {
+  struct Limit {
+    int id, style;
+    double position;
+    int given1, limit1;
+    double given2, limit2;
+    bool step_inside_differs;
+  };
+  const Limit cases[] = {{10, 0, 0.4, 0, 10, 0, 0, true},      {10, 0, 0.4, -3, 10, 0, 0, true},
+                         {10, 0, 0.4, 150, 100, 0, 0, true},   {9, 2, 0.4, 0, 8, 0, 0, true},
+                         {9, 2, 0.4, 200, 70, 0, 0, true},     {29, 0, 0.3, -3, 10, 0, 0, false},
+                         {29, 0, 0.3, 500, 100, 0, 0, false},  {18, 2, 0.4, 0, 20, 0, 0, false},
+                         {18, 2, 0.4, 70, 50, 0, 0, false},    {46, 0, 0.4, 75, 50, 80.0, 50.0, true}};
+  ImagePtr a = zvtest::random_frame(720, 576, 1), b = zvtest::random_frame(720, 576, 2);
+  auto draw = [&](const Limit& c, int param1, double param2) {
+    ImagePtr out = zvtest::random_frame(720, 576, 3);
+    zvtest::run_transition(c.id, out.get(), a.get(), b.get(), c.style, c.position, param1, param2);
+    return zvtest::frame_bytes(*out);
+  };
+  for (const Limit& c : cases) {
+    const std::vector<uint8_t> limit = draw(c, c.limit1, c.limit2);
+    EXPECT_EQ(draw(c, c.given1, c.given2), limit) << "id " << c.id << " given " << c.given1;
+    if (c.step_inside_differs) {
+      EXPECT_NE(draw(c, c.limit1 - 1, c.limit2), limit) << "id " << c.id << " at " << c.limit1 - 1;
+    }
+  }
+}
+
 TEST(TruncationTest, OutOfRangeValuesGiveTheX86Result) {
   EXPECT_EQ(zv::truncate_to_int(-2.7), -2);
   EXPECT_EQ(zv::round_to_int(2.5), 3);

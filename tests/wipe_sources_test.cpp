@@ -1,6 +1,6 @@
 // Where each output sample of a wipe comes from. A case names one call and, for every sample of one plane (Y, or U and
 // V), the picture and position it must show; the pictures are random, so a sample taken from the wrong place shows.
-// Then the helpers that lay out spirals and diagonals, and the clamps of the strip counts.
+// Then the helpers that lay out spirals and diagonals.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -483,25 +483,6 @@ TEST(LineWipe, FramesOfDifferentSizesMeetAtTheirCentres) {
                   x < w / 2 ? sample(*b, plane, b_at + x, b_at + y) : sample(*a, plane, x, y));
       }
     }
-  }
-}
-
-// Cross and Blind: out-of-range strip counts draw exactly what the clamped count draws.
-TEST(StripCount, OutOfRangeCountsAreClamped) {
-  struct Clamp {
-    int id, style, given, same_as, differs_from;
-  };
-  const Clamp cases[] = {{kBlind, 0, 0, 10, 9},    {kBlind, 0, -3, 10, 9}, {kBlind, 0, 150, 100, 99},
-                         {kCross, 2, 0, 8, 7},     {kCross, 2, 200, 70, 69}};
-  for (const Clamp& c : cases) {
-    auto draw = [&](int strips) {
-      ImagePtr a = zvtest::random_frame(720, 6, 1), b = zvtest::random_frame(720, 6, 2);
-      ImagePtr out = zvtest::solid_frame(720, 6, 7, 7, 7);
-      zvtest::run_transition(c.id, out.get(), a.get(), b.get(), c.style, 0.4, strips);
-      return zvtest::frame_bytes(*out);
-    };
-    EXPECT_EQ(draw(c.given), draw(c.same_as)) << c.id << " count " << c.given;
-    EXPECT_NE(draw(c.given), draw(c.differs_from)) << c.id << " count " << c.given;
   }
 }
 
