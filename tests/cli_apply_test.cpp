@@ -175,9 +175,7 @@ TEST_F(ZvtranApply, AFailedWriteToStandardOutputIsReported) {
 }
 
 TEST_F(ZvtranApply, AnUnwritableOutputFailsWithoutLeavingAFile) {
-  RunResult r = run("apply 14 --a-size 8x6 --out no-such-dir/out.yuv");
-  EXPECT_EQ(r.status, 1);
-  EXPECT_NE(r.err.find("cannot write"), std::string::npos) << r.err;
+  expect_refused(run("apply 14 --a-size 8x6 --out no-such-dir/out.yuv"), 1, "cannot write", "no-such-dir");
   EXPECT_FALSE(fs::exists(dir_ / "no-such-dir"));
 }
 

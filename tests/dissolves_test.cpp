@@ -76,12 +76,15 @@ TEST(RandomDissolve, ShareOfBFollowsProgress) {
   }
 }
 
+// Random Dissolve (38) and Gradient Wipe's dither (39) draw afresh on every call.
 TEST(RandomDissolve, TwoCallsDiffer) {
-  ImagePtr a = zvtest::random_frame(64, 32, 1), b = zvtest::random_frame(64, 32, 2);
-  ImagePtr out1 = solid_frame(64, 32, 0, 0, 0), out2 = solid_frame(64, 32, 0, 0, 0);
-  run_transition(38, out1.get(), a.get(), b.get(), 0, 0.5);
-  run_transition(38, out2.get(), a.get(), b.get(), 0, 0.5);
-  EXPECT_NE(zvtest::frame_bytes(*out1), zvtest::frame_bytes(*out2));
+  for (const auto& [id, style, p, w, h] : {std::tuple{38, 0, 0.5, 64, 32}, {39, 1, 0.3, 256, 576}}) {
+    ImagePtr a = solid_frame(w, h, 10, 10, 10), b = solid_frame(w, h, 240, 240, 240);
+    ImagePtr out1 = solid_frame(w, h, 0, 0, 0), out2 = solid_frame(w, h, 0, 0, 0);
+    run_transition(id, out1.get(), a.get(), b.get(), style, p);
+    run_transition(id, out2.get(), a.get(), b.get(), style, p);
+    EXPECT_NE(zvtest::frame_bytes(*out1), zvtest::frame_bytes(*out2)) << id;
+  }
 }
 
 // Three different sizes: the centred common region of out changes, and only it.
