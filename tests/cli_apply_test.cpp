@@ -15,10 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct RunResult {
-  int status;
-  std::string out, err;
-};
+struct RunResult { int status; std::string out, err; };
 
 std::string slurp(const fs::path& path) {
   std::ifstream in(path, std::ios::binary);

@@ -20,17 +20,12 @@ namespace {
 
 using zvtest::ImagePtr;
 
-constexpr int kDriveOff = 49;
-constexpr int kCube = 57;
+constexpr int kDriveOff = 49, kCube = 57;
 
-struct Yuv {
-  int y, u, v;
-};
+struct Yuv { int y, u, v; };
 // Colours inside the RGB gamut, so that they survive the trip through RGB.
 Yuv from_rgb(int r, int g, int b) { return {zv::rgb_to_y(r, g, b), zv::rgb_to_u(r, g, b), zv::rgb_to_v(r, g, b)}; }
-const Yuv kA = from_rgb(200, 80, 40);
-const Yuv kB = from_rgb(40, 120, 220);
-const Yuv kBlack = from_rgb(0, 0, 0);
+const Yuv kA = from_rgb(200, 80, 40), kB = from_rgb(40, 120, 220), kBlack = from_rgb(0, 0, 0);
 
 int call(int id, Image& out, const ImagePtr& a, const ImagePtr& b, int style, double position) {
   TransitionParams params = zvtest::make_params(style, position);
@@ -159,12 +154,7 @@ TEST(GlGolden, DriveOff) { check_golden(kDriveOff, "drive_off_64x48.yuv"); }
 
 // The designed OpenGL effects, one row each: id, style count (0: none read)
 // and the two progress values of its golden frames.
-struct DesignedGl {
-  int id;
-  int styles;
-  double golden[2];
-  const char* name;
-};
+struct DesignedGl { int id; int styles; double golden[2]; const char* name; };
 const DesignedGl kDesignedGl[] = {
     {42, 0, {0.3, 0.6}, "rotary_cube"},  {43, 0, {0.3, 0.6}, "flag"},         {45, 0, {0.3, 0.6}, "cross_zoom"},
     {47, 3, {0.15, 0.3}, "projection"},  {48, 2, {0.3, 0.6}, "fold"},         {50, 0, {0.15, 0.3}, "z_stretch"},

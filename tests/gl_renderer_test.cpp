@@ -14,8 +14,7 @@
 
 namespace {
 
-constexpr int kDriveOff = 49;
-constexpr int kCube = 57;
+constexpr int kDriveOff = 49, kCube = 57;
 
 int call(int id, int width, int height, double position) {
   auto a = zvtest::random_frame(width, height, 1), b = zvtest::random_frame(width, height, 2);
@@ -32,10 +31,7 @@ TEST(TextureSizeFor, PowersOfTwoFrom64UpTo2048) {
 }
 
 TEST(CameraDistanceFor, EveryCaseWithItsSinglePrecisionConstants) {
-  struct Case {
-    int s, w, h;
-    double d;
-  };
+  struct Case { int s, w, h; double d; };
   const Case cases[] = {
       {64, 64, 48, -2.5},
       {128, 128, 96, -0x1.333334p+1},        // the one special size: single -2.4

@@ -33,10 +33,7 @@ std::string read_text(const std::string& path) {
   return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
-struct Result {
-  int status;
-  std::string out, err;
-};
+struct Result { int status; std::string out, err; };
 
 // A scratch folder per test, removed afterwards.
 class RenderTest : public ::testing::Test {
@@ -213,9 +210,7 @@ TEST_F(RenderTest, BadInputGetsOneLineAndLeavesNothing) {
   std::ofstream(path("notes.mp4")) << "these are notes, not a video\n";
   std::ofstream(path("file")) << "x";
   const std::string clip = q("clip.y4m") + " ", two = clip + clip + "--transition Fade ";
-  struct Case {
-    std::string args, message;
-  };
+  struct Case { std::string args, message; };
   const Case cases[] = {
       {q("missing.mp4") + " " + clip + "--transition Fade -o OUT.mp4", "missing.mp4: no such file"},
       {q("notes.mp4") + " " + clip + "--transition Fade -o OUT.mp4", "not a media file"},

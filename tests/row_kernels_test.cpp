@@ -32,11 +32,7 @@ void expect_rows_agree(const RowCall& call, int width, int shift, const std::str
   for (size_t i = kGuard + shift + width; i < simd.size(); ++i) ASSERT_EQ(simd[i], kGuardByte) << what << ": after";
 }
 
-struct Inputs {
-  std::vector<uint8_t> a, b, pick;
-  std::vector<uint16_t> g;
-  int k, offset;
-};
+struct Inputs { std::vector<uint8_t> a, b, pick; std::vector<uint16_t> g; int k, offset; };
 
 Inputs random_inputs(std::mt19937& gen, int width) {
   Inputs in;

@@ -319,13 +319,7 @@ TEST(ProgressTest, FollowsTheBlockAndPassesNotANumberThrough) {
 // something else: Blind's (10) and Cross's (9) strip counts, Obscure's (29) strip count, Roll's (18) width and Zoom
 // Box's (46) box counts.
 TEST(UserParameters, OutOfRangeValuesDrawTheirLimit) {
-  struct Limit {
-    int id, style;
-    double position;
-    int given1, limit1;
-    double given2, limit2;
-    bool step_inside_differs;
-  };
+  struct Limit { int id, style; double position; int given1, limit1; double given2, limit2; bool step_inside_differs; };
   const Limit cases[] = {{10, 0, 0.4, 0, 10, 0, 0, true},      {10, 0, 0.4, -3, 10, 0, 0, true},
                          {10, 0, 0.4, 150, 100, 0, 0, true},   {9, 2, 0.4, 0, 8, 0, 0, true},
                          {9, 2, 0.4, 200, 70, 0, 0, true},     {29, 0, 0.3, -3, 10, 0, 0, false},

@@ -21,10 +21,7 @@ using zvtest::sample;
 
 // 'a' or 'b' and the position in that picture's plane; 'o': out's own sample
 // before the call; 'e': either picture at (x, y); 0: not checked.
-struct From {
-  char pic;
-  int x, y;
-};
+struct From { char pic; int x, y; };
 From from_a(int x, int y) { return {'a', x, y}; }
 From from_b(int x, int y) { return {'b', x, y}; }
 constexpr From kUnchecked{0, 0, 0};
@@ -93,10 +90,7 @@ Where map(std::vector<std::string> rows) {
   };
 }
 // Only the listed samples are checked.
-struct Spot {
-  int x, y;
-  From from;
-};
+struct Spot { int x, y; From from; };
 Where spots(std::vector<Spot> list) {
   return [list](int x, int y) {
     for (const Spot& s : list) {
@@ -114,11 +108,7 @@ SourceCase pal(std::string name, int id, int style, double position, Where from,
 // Line Based Wipe: columns [x0, x1) x rows [y0, y1) of each plane show `b`, worked out by hand from
 // trunc(n * progress + 0.5) on each plane's own size (chroma edges may differ from luma by a sample).
 std::vector<SourceCase> line_cases() {
-  struct Row {
-    int style, width, height;
-    double progress;
-    int luma[4], chroma[4];
-  };
+  struct Row { int style, width, height; double progress; int luma[4], chroma[4]; };
   const Row rows[] = {
       {0, 720, 4, 0.5, {0, 360, 0, 4}, {0, 180, 0, 2}},
       {0, 10, 4, 0.25, {0, 3, 0, 4}, {0, 1, 0, 2}},
@@ -430,9 +420,7 @@ INSTANTIATE_TEST_SUITE_P(Triangle, WipeSources, ::testing::ValuesIn(kTriangleCas
 // Single and Multi-Triangle Door: the leaves' squeezed and shifted rows and the cells' alternating diagonals on
 // 720 x 576. A leaf of `a`'s columns [from, from + count) squeezed into output columns [at, at + width) of row y:
 // column at + i takes from + (i * count) / width.
-struct Leaf {
-  int at, width, from, count;
-};
+struct Leaf { int at, width, from, count; };
 Where row_leaves(int row, std::vector<Leaf> leaves) {
   return [row, leaves](int x, int y) {
     if (y != row) return kUnchecked;
