@@ -220,9 +220,7 @@ struct GuardedBitmap {
     param.pixels = d.in().ConsumeIntegralInRange<int>(0, 15) == 0 ? nullptr : buffer->data();
   }
   // A record whose pitch is too large for this harness to back with memory.
-  bool backed() const {
-    return !(param.width > 0 && param.height > 0 && param.pitch > 3 * param.width + 1024);
-  }
+  bool backed() const { return !(param.width > 0 && param.height > 0 && param.pitch > 3 * param.width + 1024); }
   tagImgParam param{};
   std::unique_ptr<GuardedBuffer> buffer;
 };

@@ -128,8 +128,7 @@ ImagePtr smooth_frame(int width, int height, int phase) {
 void check_golden(int id, const std::string& name, std::initializer_list<double> positions = {0.0, 0.3, 0.6, 0.85, 0.97},
                   int tolerance = 1) {
   const int w = 64, h = 48;
-  ImagePtr a = smooth_frame(w, h, 0), b = smooth_frame(w, h, 30);
-  ImagePtr out = zvtest::solid_frame(w, h, 0, 0, 0);
+  ImagePtr a = smooth_frame(w, h, 0), b = smooth_frame(w, h, 30), out = zvtest::solid_frame(w, h, 0, 0, 0);
   std::vector<uint8_t> frames;
   for (double p : positions) {
     ASSERT_EQ(call(id, *out, a, b, 0, p), 0);
@@ -202,8 +201,7 @@ TEST_P(DesignedGlTest, EndsShowAAndBAtRestAndNaNShowsA) {
   const DesignedGl& e = GetParam();
   // Sizes whose camera distance puts the frame at rest just filling the view.
   for (auto [w, h] : {std::make_pair(64, 48), std::make_pair(352, 288)}) {
-    ImagePtr a = gentle_frame(w, h, 0), b = gentle_frame(w, h, 40);
-    ImagePtr ra = round_trip(*a), rb = round_trip(*b);
+    ImagePtr a = gentle_frame(w, h, 0), b = gentle_frame(w, h, 40), ra = round_trip(*a), rb = round_trip(*b);
     ImagePtr out = zvtest::solid_frame(w, h, 0, 0, 0);
     for (int style = 0; style < std::max(e.styles, 1); ++style) {
       for (double p : {0.0, 1.0, std::nan("")}) {

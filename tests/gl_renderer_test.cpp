@@ -46,9 +46,7 @@ TEST(CameraDistanceFor, EveryCaseWithItsSinglePrecisionConstants) {
       {2048, 1600, 900, -0x1.0cf33423p+1},   // a side below 1024: k4
       {2048, 1024, 1100, -0x1.be999a6ep+1},  // no case of its own: k3's formula
   };
-  for (const Case& c : cases) {
-    EXPECT_EQ(zv::CameraDistanceFor(c.s, c.w, c.h), c.d) << c.w << "x" << c.h;
-  }
+  for (const Case& c : cases) EXPECT_EQ(zv::CameraDistanceFor(c.s, c.w, c.h), c.d) << c.w << "x" << c.h;
 }
 
 // A renderer with no drawing of its own, to look at its texture.

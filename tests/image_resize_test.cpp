@@ -96,9 +96,7 @@ TEST(ImageResizeTest, CentredCopyFillsTheBorders) {
   EXPECT_EQ(sample(*dst, 2, 267, 215), sample(*src, 2, 175, 143));
   // The border: luma 0, chroma 128.
   const int border[][3] = {{0, 183, 144}, {0, 536, 431}, {0, 184, 432}, {1, 91, 72}, {2, 268, 215}, {1, 0, 0}};
-  for (const auto& [p, x, y] : border) {
-    EXPECT_EQ(sample(*dst, p, x, y), p ? 128 : 0) << p << " at " << x << "," << y;
-  }
+  for (const auto& [p, x, y] : border) EXPECT_EQ(sample(*dst, p, x, y), p ? 128 : 0) << p << " at " << x << "," << y;
 }
 
 TEST(ImageResizeTest, TilesStartAtTheTopLeftAndAreCut) {

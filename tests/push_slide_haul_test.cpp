@@ -9,7 +9,6 @@
 
 namespace {
 
-using zvtest::ImagePtr;
 using zvtest::sample;
 
 constexpr int kFill = -1;  // an expected Push fill byte
@@ -25,8 +24,8 @@ void expect_plane(const Image& out, int plane, const std::function<int(int, int)
 // the output too.
 class MoveWipeTest : public ::testing::Test {
  protected:
-  ImagePtr a_ = zvtest::random_frame(20, 12, 1), b_ = zvtest::random_frame(20, 12, 2);
-  ImagePtr out_ = zvtest::random_frame(20, 12, 3);
+  zvtest::ImagePtr a_ = zvtest::random_frame(20, 12, 1), b_ = zvtest::random_frame(20, 12, 2);
+  zvtest::ImagePtr out_ = zvtest::random_frame(20, 12, 3);
 
   // Frames of one size, or `b` of its own width.
   void resize(int w, int h, int b_width = 0) {

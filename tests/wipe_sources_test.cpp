@@ -281,9 +281,7 @@ Where checker(int even, int odd) {
   return b_where([=](int x, int y) { return x % 90 < ((x / 90 + y / 96) % 2 == 0 ? even : odd); });
 }
 // Wipe's bands of 96 rows, band j's edge at `first` - 90 j.
-Where bands(int first) {
-  return b_where([=](int x, int y) { return x < first - 90 * (y / 96); });
-}
+Where bands(int first) { return b_where([=](int x, int y) { return x < first - 90 * (y / 96); }); }
 const SourceCase kBuildCases[] = {
     pal("BuildDownAndRightQuarter", kBuild, 0, 0.25, b_where(build_quarter), 10),
     {"BuildDownAndRightQuarterChroma", kBuild, 0, 0.25, 720, 576, 1,
