@@ -86,10 +86,7 @@ class RenderTest : public ::testing::Test {
   std::string dir_;
 };
 
-struct Video {
-  int width = 0, height = 0;
-  std::vector<std::vector<uint8_t>> frames;  // Y, U, V of each
-};
+struct Video { int width = 0, height = 0; std::vector<std::vector<uint8_t>> frames; };  // frames: Y, U, V of each
 
 Video parse_y4m(const std::string& bytes) {
   Video video;

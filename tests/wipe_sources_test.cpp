@@ -38,8 +38,6 @@ struct SourceCase {
   double param2 = 0.0;
 };
 
-void PrintTo(const SourceCase& c, std::ostream* os) { *os << c.name; }
-
 constexpr int kLine = 1, kRegion = 5, kClock = 6, kRotate = 7, kCenterRotate = 8, kCross = 9, kBlind = 10,
               kBuild = 11, kSpiral = 12, kWipe = 19, kSplit = 20, kCenterSplit = 21, kDoubleSlide = 22,
               kTriangleRotate = 23, kTrianglePush = 24, kTriangleSlide = 25, kSplitBack = 30, kSingleDoor = 31,
