@@ -14,10 +14,6 @@ namespace {
 using zvtest::ImagePtr;
 using zvtest::sample;
 
-void set_row(Image& image, int y, std::vector<uint8_t> values) {
-  std::copy(values.begin(), values.end(), image.get_Y() + y * image.width);
-}
-
 std::vector<uint8_t> luma_row(const Image& image, int y, int x0, int n) {
   const uint8_t* row = image.get_Y() + y * image.width + x0;
   return std::vector<uint8_t>(row, row + n);
@@ -78,7 +74,7 @@ TEST(ImageResizeTest, KernelsOnKnownRows) {
   for (const auto& [interpolation, rows, dw, dh, expected] : cases) {
     ImagePtr src = zvtest::random_frame(static_cast<int>(rows[0].size()), static_cast<int>(rows.size()), 1);
     ImagePtr dst = zvtest::random_frame(dw, dh, 1);
-    for (size_t y = 0; y < rows.size(); ++y) set_row(*src, static_cast<int>(y), rows[y]);
+    for (size_t y = 0; y < rows.size(); ++y) std::copy(rows[y].begin(), rows[y].end(), src->get_Y() + y * src->width);
     resize(dst.get(), src.get(), interpolation, IMAGE_RESIZE_STRETCH);
     for (int y = 0; y < dh; ++y) EXPECT_EQ(luma_row(*dst, y, 0, dw), expected[y]) << interpolation << " row " << y;
     // Nearest 4 to 8 on chroma: the target's sample i from the source's sample at half the position.
