@@ -162,6 +162,8 @@ const DesignedGl kDesignedGl[] = {
     {62, 0, {0.3, 0.6}, "patch"},        {64, 0, {0.1, 0.2}, "shatter"},
 };
 
+void PrintTo(const DesignedGl& e, std::ostream* os) { *os << e.name << " (" << e.id << ")"; }
+
 class DesignedGlTest : public ::testing::TestWithParam<DesignedGl> {};
 
 // A gentle picture (at most a few levels a sample, never wrapping), so that

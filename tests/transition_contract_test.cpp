@@ -45,6 +45,8 @@ struct Traits {
   int done = 0;  // the result of an ordinary call
 };
 
+void PrintTo(const Traits& t, std::ostream* os) { *os << "id " << t.id; }
+
 // Most transitions: no exceptions; one with a single style draws it for any style.
 Traits plain(int id, int styles) { return {id, styles, 0, styles == 1, kNone, kNone, kNone}; }
 // Drawn with OpenGL: never exactly a picture at the ends, and the whole frame.

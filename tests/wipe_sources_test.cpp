@@ -43,6 +43,8 @@ constexpr int kLine = 1, kRegion = 5, kClock = 6, kRotate = 7, kCenterRotate = 8
               kTriangleRotate = 23, kTrianglePush = 24, kTriangleSlide = 25, kSplitBack = 30, kSingleDoor = 31,
               kMultiDoor = 32;
 
+void PrintTo(const SourceCase& c, std::ostream* os) { *os << c.name; }
+
 class WipeSources : public ::testing::TestWithParam<SourceCase> {};
 
 TEST_P(WipeSources, EverySampleComesFromItsPlace) {
