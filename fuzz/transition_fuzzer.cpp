@@ -1,16 +1,13 @@
-// Decodes each input into one call of a transition (by id, through the
-// registration table) or of a picture service, with hostile sizes and
-// parameters, on planes allocated to their exact size with poisoned guard
-// bytes on both sides, so one byte read or written past a plane is caught.
+// Decodes each input into one call of a transition (by id, through the registration table) or of a picture service,
+// with hostile sizes and parameters, on planes allocated to their exact size with poisoned guard bytes on both sides,
+// so one byte read or written past a plane is caught.
 //
-// Built twice: zv_fuzz (the software transitions and the picture services)
-// and zv_fuzz_gl (the OpenGL transitions, much slower per call; their sizes
-// are kept small because the library caches bitmaps per frame size).
+// Built twice: zv_fuzz (the software transitions and the picture services) and zv_fuzz_gl (the OpenGL transitions, much
+// slower per call; their sizes are kept small because the library caches bitmaps per frame size).
 #include <fuzzer/FuzzedDataProvider.h>
 #include <sanitizer/asan_interface.h>  // the poisoning is a no-op without AddressSanitizer
 
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
 #include <cstdint>
 #include <cstdlib>
@@ -30,17 +27,14 @@
 
 namespace {
 
-// The transitions drawn with OpenGL; they go to zv_fuzz_gl.
+// The transitions drawn with OpenGL go to zv_fuzz_gl, without the picture services; the others to zv_fuzz.
 constexpr int kOpenGlIds[] = {42, 43, 45, 47, 48, 49, 50, 51, 52, 55, 57, 58, 60, 61, 62, 64};
-
-[[maybe_unused]] bool is_open_gl(int id) {
-  return std::find(std::begin(kOpenGlIds), std::end(kOpenGlIds), id) != std::end(kOpenGlIds);
-}
-
 #ifdef ZV_FUZZ_OPEN_GL
-constexpr int kMaxSide = 48;
+constexpr bool kOpenGl = true;
+constexpr int kMaxSide = 48, kServices = 0;
 #else
-constexpr int kMaxSide = 200;
+constexpr bool kOpenGl = false;
+constexpr int kMaxSide = 200, kServices = 7;
 #endif
 
 // `size` bytes with kGuard poisoned bytes before and after; the data starts
@@ -191,8 +185,7 @@ TransitionParams decode_params(Decoder& d) {
   std::abort();
 }
 
-// One transition call. Besides memory safety: a result code from the list,
-// and `a` and `b` unchanged.
+// One transition call. Besides memory safety: a result code from the list, and `a` and `b` unchanged.
 void fuzz_transition(int id, Decoder& d) {
   const uint8_t nulls = d.in().ConsumeIntegral<uint8_t>();
   GuardedFrame out(d), a(d), b(d);
@@ -227,9 +220,7 @@ struct GuardedBitmap {
     param.pixels = d.in().ConsumeIntegralInRange<int>(0, 15) == 0 ? nullptr : buffer->data();
   }
   // A record whose pitch is too large for this harness to back with memory.
-  bool backed() const {
-    return !(param.width > 0 && param.height > 0 && param.pitch > 3 * param.width + 1024);
-  }
+  bool backed() const { return !(param.width > 0 && param.height > 0 && param.pitch > 3 * param.width + 1024); }
   tagImgParam param{};
   std::unique_ptr<GuardedBuffer> buffer;
 };
@@ -308,19 +299,13 @@ void fuzz_service(int service, Decoder& d) {
   }
 }
 
-#ifdef ZV_FUZZ_OPEN_GL
-std::vector<int> call_ids() { return {std::begin(kOpenGlIds), std::end(kOpenGlIds)}; }
-constexpr int kServices = 0;
-#else
 std::vector<int> call_ids() {
   std::vector<int> ids;
   for (int id = 1; id <= zv::kTransitionCount; ++id) {
-    if (!is_open_gl(id)) ids.push_back(id);
+    if (std::count(std::begin(kOpenGlIds), std::end(kOpenGlIds), id) == kOpenGl) ids.push_back(id);
   }
   return ids;
 }
-constexpr int kServices = 7;
-#endif
 
 }  // namespace
 

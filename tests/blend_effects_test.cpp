@@ -16,29 +16,23 @@ struct Colour { uint8_t y, u, v; };
 struct SolidCase { int id, style; double position; Colour a, b, want; int width, height; };
 
 constexpr Colour kAddA{200, 60, 70}, kAddB{50, 160, 170}, kFadeA{16, 100, 200}, kFadeB{235, 60, 127};
+SolidCase add(int style, double p, Colour want) { return {kAddDissolve, style, p, kAddA, kAddB, want, 16, 8}; }
+SolidCase fade(int style, double p, Colour want) { return {kFade, style, p, kFadeA, kFadeB, want, 64, 48}; }
 
 const SolidCase kSolidCases[] = {
     // Add Dissolve offsets the luma (saturating) and switches the chroma: a's, grey from 0.4, b's from 0.6.
     // Luma 200 + t(95.625), saturated; 200 - 95; 200 - t(149.175).
-    {kAddDissolve, 0, 0.25, kAddA, kAddB, {255, 60, 70}, 16, 8},
-    {kAddDissolve, 1, 0.25, kAddA, kAddB, {105, 60, 70}, 16, 8},
-    {kAddDissolve, 1, 0.39, kAddA, kAddB, {51, 60, 70}, 16, 8},
-    {kAddDissolve, 0, 0.4, kAddA, kAddB, {255, 128, 128}, 16, 8},
-    {kAddDissolve, 1, 0.4, kAddA, kAddB, {47, 128, 128}, 16, 8},
+    add(0, 0.25, {255, 60, 70}), add(1, 0.25, {105, 60, 70}), add(1, 0.39, {51, 60, 70}),
+    add(0, 0.4, {255, 128, 128}), add(1, 0.4, {47, 128, 128}),
     // b + 191; b - 191, saturated; b + t(156.825); b + 153.
-    {kAddDissolve, 0, 0.5, kAddA, kAddB, {241, 128, 128}, 16, 8},
-    {kAddDissolve, 1, 0.5, kAddA, kAddB, {0, 128, 128}, 16, 8},
-    {kAddDissolve, 0, 0.59, kAddA, kAddB, {206, 128, 128}, 16, 8},
-    {kAddDissolve, 0, 0.6, kAddA, kAddB, {203, 160, 170}, 16, 8},
-    {kAddDissolve, 1, 0.75, kAddA, kAddB, {0, 160, 170}, 16, 8},
-    {kAddDissolve, 0, 0.75, kAddA, kAddB, {145, 160, 170}, 16, 8},
+    add(0, 0.5, {241, 128, 128}), add(1, 0.5, {0, 128, 128}), add(0, 0.59, {206, 128, 128}),
+    add(0, 0.6, {203, 160, 170}), add(1, 0.75, {0, 160, 170}), add(0, 0.75, {145, 160, 170}),
     // Fade: k = 64 is three quarters a; fading one picture alone takes luma to 0 and chroma to 128 with a flooring
     // shift, and b's chroma of 127 stays 127 for any weight below 256.
-    {kFade, 0, 0.5, kFadeA, kFadeB, {70, 90, 181}, 64, 48}, {kFade, 1, 1.0, kFadeA, kFadeB, {0, 128, 128}, 64, 48},
-    {kFade, 1, 0.5, kFadeA, kFadeB, {12, 107, 182}, 64, 48}, {kFade, 2, 0.5, kFadeA, kFadeB, {58, 111, 127}, 64, 48},
+    fade(0, 0.5, {70, 90, 181}), fade(1, 1.0, {0, 128, 128}), fade(1, 0.5, {12, 107, 182}),
+    fade(2, 0.5, {58, 111, 127}),
     // Out and in through black: black at exactly 0.5, almost black just before.
-    {kFade, 3, 0.5, kFadeA, kFadeB, {0, 128, 128}, 64, 48}, {kFade, 3, 0.499, kFadeA, kFadeB, {0, 127, 128}, 64, 48},
-    {kFade, 3, 0.75, kFadeA, kFadeB, {58, 111, 127}, 64, 48},
+    fade(3, 0.5, {0, 128, 128}), fade(3, 0.499, {0, 127, 128}), fade(3, 0.75, {58, 111, 127}),
     // Blend: the squared weight, without rounding: alpha 64, t(2.56) = 2, t(250.9) = 250.
     {kBlend, 0, 0.5, {200, 200, 200}, {40, 40, 40}, {160, 160, 160}, 18, 4},
     {kBlend, 0, 0.1, {255, 255, 255}, {0, 0, 0}, {253, 253, 253}, 18, 4},

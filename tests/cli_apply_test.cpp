@@ -4,7 +4,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -16,10 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct RunResult {
-  int status;
-  std::string out, err;
-};
+struct RunResult { int status; std::string out, err; };
 
 std::string slurp(const fs::path& path) {
   std::ifstream in(path, std::ios::binary);
@@ -176,9 +172,7 @@ TEST_F(ZvtranApply, AFailedWriteToStandardOutputIsReported) {
 }
 
 TEST_F(ZvtranApply, AnUnwritableOutputFailsWithoutLeavingAFile) {
-  RunResult r = run("apply 14 --a-size 8x6 --out no-such-dir/out.yuv");
-  EXPECT_EQ(r.status, 1);
-  EXPECT_NE(r.err.find("cannot write"), std::string::npos) << r.err;
+  expect_refused(run("apply 14 --a-size 8x6 --out no-such-dir/out.yuv"), 1, "cannot write", "no-such-dir");
   EXPECT_FALSE(fs::exists(dir_ / "no-such-dir"));
 }
 

@@ -1,5 +1,5 @@
 // 3D Door: exact bytes of the leaves, their squeeze and their shortened inner edges, the style written back into the
-// caller's block, and frames of different sizes (degenerate inputs are in dissolves_test.cpp).
+// caller's block, and frames of different sizes (degenerate inputs are in the contract tests).
 #include <gtest/gtest.h>
 
 #include <tuple>

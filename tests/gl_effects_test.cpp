@@ -1,10 +1,8 @@
-// 3D Cube and 3D Drive Off pictures: what each must show, with a tolerance
-// fit for rasterisation, and golden frames that pin the software rasteriser's
-// output within one level.
+// 3D Cube and 3D Drive Off pictures: what each must show, with a tolerance fit for rasterisation, and golden frames
+// that pin the software rasteriser's output within one level.
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <functional>
@@ -22,25 +20,19 @@ namespace {
 
 using zvtest::ImagePtr;
 
-constexpr int kDriveOff = 49;
-constexpr int kCube = 57;
+constexpr int kDriveOff = 49, kCube = 57;
 
-struct Yuv {
-  int y, u, v;
-};
+struct Yuv { int y, u, v; };
 // Colours inside the RGB gamut, so that they survive the trip through RGB.
 Yuv from_rgb(int r, int g, int b) { return {zv::rgb_to_y(r, g, b), zv::rgb_to_u(r, g, b), zv::rgb_to_v(r, g, b)}; }
-const Yuv kA = from_rgb(200, 80, 40);
-const Yuv kB = from_rgb(40, 120, 220);
-const Yuv kBlack = from_rgb(0, 0, 0);
+const Yuv kA = from_rgb(200, 80, 40), kB = from_rgb(40, 120, 220), kBlack = from_rgb(0, 0, 0);
 
 int call(int id, Image& out, const ImagePtr& a, const ImagePtr& b, int style, double position) {
   TransitionParams params = zvtest::make_params(style, position);
   return zv::transition_entry(id)(&out, a.get(), b.get(), &params);
 }
 
-// Renders `positions` in order on the calling thread with fresh renderers,
-// returning the last output.
+// Renders `positions` in order on the calling thread with fresh renderers, returning the last output.
 ImagePtr render(int id, int width, int height, std::initializer_list<double> positions) {
   ImagePtr a = zvtest::solid_frame(width, height, kA.y, kA.u, kA.v);
   ImagePtr b = zvtest::solid_frame(width, height, kB.y, kB.u, kB.v);
@@ -124,9 +116,8 @@ ImagePtr painted_frame(int width, int height, const std::function<int(int, int, 
   return image;
 }
 
-// Golden frames: smooth pictures (so that a one-texel shift moves a sample
-// by about a level), drawn in order on one renderer per effect. To regenerate
-// after a deliberate change:
+// Golden frames: smooth pictures (so that a one-texel shift moves a sample by about a level), drawn in order on one
+// renderer per effect. To regenerate after a deliberate change:
 //   ZV_UPDATE_GOLDEN=1 build/bin/zv_tests --gtest_filter='GlGolden*'
 ImagePtr smooth_frame(int width, int height, int phase) {
   return painted_frame(width, height, [phase](int p, int x, int y, int, int) {
@@ -137,8 +128,7 @@ ImagePtr smooth_frame(int width, int height, int phase) {
 void check_golden(int id, const std::string& name, std::initializer_list<double> positions = {0.0, 0.3, 0.6, 0.85, 0.97},
                   int tolerance = 1) {
   const int w = 64, h = 48;
-  ImagePtr a = smooth_frame(w, h, 0), b = smooth_frame(w, h, 30);
-  ImagePtr out = zvtest::solid_frame(w, h, 0, 0, 0);
+  ImagePtr a = smooth_frame(w, h, 0), b = smooth_frame(w, h, 30), out = zvtest::solid_frame(w, h, 0, 0, 0);
   std::vector<uint8_t> frames;
   for (double p : positions) {
     ASSERT_EQ(call(id, *out, a, b, 0, p), 0);
@@ -163,12 +153,7 @@ TEST(GlGolden, DriveOff) { check_golden(kDriveOff, "drive_off_64x48.yuv"); }
 
 // The designed OpenGL effects, one row each: id, style count (0: none read)
 // and the two progress values of its golden frames.
-struct DesignedGl {
-  int id;
-  int styles;
-  double golden[2];
-  const char* name;
-};
+struct DesignedGl { int id; int styles; double golden[2]; const char* name; };
 const DesignedGl kDesignedGl[] = {
     {42, 0, {0.3, 0.6}, "rotary_cube"},  {43, 0, {0.3, 0.6}, "flag"},         {45, 0, {0.3, 0.6}, "cross_zoom"},
     {47, 3, {0.15, 0.3}, "projection"},  {48, 2, {0.3, 0.6}, "fold"},         {50, 0, {0.15, 0.3}, "z_stretch"},
@@ -216,8 +201,7 @@ TEST_P(DesignedGlTest, EndsShowAAndBAtRestAndNaNShowsA) {
   const DesignedGl& e = GetParam();
   // Sizes whose camera distance puts the frame at rest just filling the view.
   for (auto [w, h] : {std::make_pair(64, 48), std::make_pair(352, 288)}) {
-    ImagePtr a = gentle_frame(w, h, 0), b = gentle_frame(w, h, 40);
-    ImagePtr ra = round_trip(*a), rb = round_trip(*b);
+    ImagePtr a = gentle_frame(w, h, 0), b = gentle_frame(w, h, 40), ra = round_trip(*a), rb = round_trip(*b);
     ImagePtr out = zvtest::solid_frame(w, h, 0, 0, 0);
     for (int style = 0; style < std::max(e.styles, 1); ++style) {
       for (double p : {0.0, 1.0, std::nan("")}) {

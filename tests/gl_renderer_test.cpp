@@ -14,8 +14,7 @@
 
 namespace {
 
-constexpr int kDriveOff = 49;
-constexpr int kCube = 57;
+constexpr int kDriveOff = 49, kCube = 57;
 
 int call(int id, int width, int height, double position) {
   auto a = zvtest::random_frame(width, height, 1), b = zvtest::random_frame(width, height, 2);
@@ -32,10 +31,7 @@ TEST(TextureSizeFor, PowersOfTwoFrom64UpTo2048) {
 }
 
 TEST(CameraDistanceFor, EveryCaseWithItsSinglePrecisionConstants) {
-  struct Case {
-    int s, w, h;
-    double d;
-  };
+  struct Case { int s, w, h; double d; };
   const Case cases[] = {
       {64, 64, 48, -2.5},
       {128, 128, 96, -0x1.333334p+1},        // the one special size: single -2.4
@@ -50,9 +46,7 @@ TEST(CameraDistanceFor, EveryCaseWithItsSinglePrecisionConstants) {
       {2048, 1600, 900, -0x1.0cf33423p+1},   // a side below 1024: k4
       {2048, 1024, 1100, -0x1.be999a6ep+1},  // no case of its own: k3's formula
   };
-  for (const Case& c : cases) {
-    EXPECT_EQ(zv::CameraDistanceFor(c.s, c.w, c.h), c.d) << c.w << "x" << c.h;
-  }
+  for (const Case& c : cases) EXPECT_EQ(zv::CameraDistanceFor(c.s, c.w, c.h), c.d) << c.w << "x" << c.h;
 }
 
 // A renderer with no drawing of its own, to look at its texture.
@@ -97,9 +91,7 @@ TEST(CGlTexture, FrameSitsCentredInTheSquareTexture) {
       EXPECT_EQ(t[2], static_cast<uint8_t>(x));
     }
   }
-  EXPECT_EQ(texel(151, 224)[0], 0);
-  EXPECT_EQ(texel(152, 223)[0], 0);
-  EXPECT_EQ(texel(872, 224)[0], 0);
+  for (auto [x, y] : {std::pair{151, 224}, {152, 223}, {872, 224}}) EXPECT_EQ(texel(x, y)[0], 0) << x << "," << y;
 }
 
 TEST(CGlTexture, LargestTextureTakesTheFrameRescaled) {
@@ -111,48 +103,35 @@ TEST(CGlTexture, LargestTextureTakesTheFrameRescaled) {
   EXPECT_EQ(texels[0], 7);  // the frame's own corner, not an empty border
 }
 
-// Sizes no other test uses, so that the bitmap sets they make are counted here.
-TEST(GlRendererList, OneRendererPerSizeEffectAndThread) {
+// Sizes no other test uses, so that the bitmap sets they make are counted here: one renderer per size, effect and
+// thread, one bitmap set per size; each free releases one of the calling thread's renderers.
+TEST(GlRendererList, OneRendererPerSizeEffectAndThreadFreedOneACall) {
   const int renderers = zv::gl_renderer_count(), sets = zv::frame_dib_set_count();
   ASSERT_EQ(call(kCube, 66, 50, 0.3), 0);
   ASSERT_EQ(call(kCube, 66, 50, 0.6), 0);
   EXPECT_EQ(zv::gl_renderer_count(), renderers + 1);
   EXPECT_EQ(zv::frame_dib_set_count(), sets + 1);
-
-  // Another thread gets its own renderer, keeps it after it finishes, and a
-  // thread that never rendered frees nothing.
-  std::thread([] { call(kCube, 66, 50, 0.3); }).join();
-  EXPECT_EQ(zv::gl_renderer_count(), renderers + 2);
-  std::thread([] { ZvFreeOpenGLObj(); }).join();
-  EXPECT_EQ(zv::gl_renderer_count(), renderers + 2);
-  EXPECT_EQ(zv::frame_dib_set_count(), sets + 1);
-
-  ZvFreeOpenGLObj();
-  EXPECT_EQ(zv::gl_renderer_count(), renderers + 1);
-}
-
-// The same.
-TEST(GlRendererList, FreeingReleasesOneRendererPerCall) {
-  const int renderers = zv::gl_renderer_count(), sets = zv::frame_dib_set_count();
-  call(kCube, 720, 576, 0.5);
   call(kCube, 352, 288, 0.5);
-  EXPECT_EQ(zv::gl_renderer_count(), renderers + 2);
-  EXPECT_EQ(zv::frame_dib_set_count(), sets + 2);
   call(kDriveOff, 352, 288, 0.5);
   EXPECT_EQ(zv::gl_renderer_count(), renderers + 3);
   EXPECT_EQ(zv::frame_dib_set_count(), sets + 2);
-  for (int left = 2; left >= 0; --left) {
+
+  // Another thread gets its own renderer, keeps it after it finishes, and a thread that never rendered frees nothing.
+  std::thread([] { call(kCube, 66, 50, 0.3); }).join();
+  EXPECT_EQ(zv::gl_renderer_count(), renderers + 4);
+  std::thread([] { ZvFreeOpenGLObj(); }).join();
+  EXPECT_EQ(zv::gl_renderer_count(), renderers + 4);
+  EXPECT_EQ(zv::frame_dib_set_count(), sets + 2);
+
+  for (int left : {3, 2, 1, 1}) {  // the fourth call finds nothing more of this thread's
     ZvFreeOpenGLObj();
     EXPECT_EQ(zv::gl_renderer_count(), renderers + left);
   }
-  ZvFreeOpenGLObj();  // a fourth call finds nothing more
-  EXPECT_EQ(zv::gl_renderer_count(), renderers);
   EXPECT_EQ(zv::frame_dib_set_count(), sets + 2);  // bitmap sets stay until unload
 }
 
-// Eight threads at two sizes, each OpenGL effect drawn on two threads at once
-// (a quarter of the effects per thread keeps the contexts made few); each
-// thread frees its two renderers of an effect before the next.
+// Eight threads at two sizes, each OpenGL effect drawn on two threads at once (a quarter of the effects per thread
+// keeps the contexts made few); each thread frees its two renderers of an effect before the next.
 TEST(GlRendererList, ManyThreadsAtTwoSizesThenEverythingFreed) {
   const int gl_ids[] = {42, 43, 45, 47, 48, 49, 50, 51, 52, 55, 57, 58, 60, 61, 62, 64};
   const int renderers = zv::gl_renderer_count();

@@ -12,24 +12,22 @@ namespace {
 
 int ZV_STDCALL host_transition(Image*, Image*, Image*, TransitionParams*) { return 0; }
 
-class RegistrationThresholdTest : public ::testing::TestWithParam<int> {};
-
 // A host already holding more than ten transitions is taken to hold ours.
-TEST_P(RegistrationThresholdTest, RegistersOnlyWhenTheHostHoldsTenOrFewer) {
-  const int held = GetParam();
-  transition_clear_ops();
-  for (int i = 0; i < held; ++i) transition_add_op(host_transition, ("host " + std::to_string(i)).c_str());
-  EXPECT_EQ(zvTranInit(), 1);
-  EXPECT_EQ(transition_get_op_count(), held <= 10 ? held + 66 : held);
-  if (held <= 10) {
-    EXPECT_STREQ(transition_get_op_name(held + 1), "Line Based Wipe");
-    EXPECT_STREQ(transition_get_op_name(held + 17), "Overlap Alpha Blend");
-    EXPECT_STREQ(transition_get_op_name(held + 66), "Blend");
-    EXPECT_EQ(transition_get_op(held + 14), zv::transition_entry(14));
+TEST(RegistrationTest, RegistersOnlyWhenTheHostHoldsTenOrFewer) {
+  for (int held : {0, 10, 11}) {
+    SCOPED_TRACE(held);
+    transition_clear_ops();
+    for (int i = 0; i < held; ++i) transition_add_op(host_transition, ("host " + std::to_string(i)).c_str());
+    EXPECT_EQ(zvTranInit(), 1);
+    EXPECT_EQ(transition_get_op_count(), held <= 10 ? held + 66 : held);
+    if (held <= 10) {
+      EXPECT_STREQ(transition_get_op_name(held + 1), "Line Based Wipe");
+      EXPECT_STREQ(transition_get_op_name(held + 17), "Overlap Alpha Blend");
+      EXPECT_STREQ(transition_get_op_name(held + 66), "Blend");
+      EXPECT_EQ(transition_get_op(held + 14), zv::transition_entry(14));
+    }
   }
 }
-
-INSTANTIATE_TEST_SUITE_P(HeldByHost, RegistrationThresholdTest, ::testing::Values(0, 10, 11));
 
 TEST(RegistrationTest, EveryIdIsRegisteredInOrderWithItsOwnEntry) {
   zvtest::register_library();
@@ -44,31 +42,20 @@ TEST(RegistrationTest, EveryIdIsRegisteredInOrderWithItsOwnEntry) {
   EXPECT_EQ(transition_get_op_count(), 66);
 }
 
-struct StyleCase {
-  int id, count, names;
-};
-
-class StyleListTest : public ::testing::TestWithParam<StyleCase> {};
-
-// Hosts rely on the counts, which deliberately disagree with some lists.
-TEST_P(StyleListTest, CountAndListKeepTheirDisagreements) {
+// Hosts rely on the counts, which deliberately disagree with some lists: (id, count, names listed).
+TEST(StyleListTest, CountAndListKeepTheirDisagreements) {
   zvtest::register_library();
-  const StyleCase c = GetParam();
-  EXPECT_EQ(zvTranGetStyleCount(c.id), c.count);
-  const char** names = zvTranGetStyleName(c.id);
-  if (c.names == 0) {
-    EXPECT_EQ(names, nullptr);
-    return;
+  const int cases[][3] = {{21, 2, 6}, {22, 2, 8}, {40, 2, 8}, {39, 4, 8}, {58, 4, 8},
+                          {17, 0, 0}, {34, 0, 1}, {0, 0, 0},  {67, 0, 0}, {-1, 0, 0}};
+  for (const auto& [id, count, listed] : cases) {
+    EXPECT_EQ(zvTranGetStyleCount(id), count) << id;
+    const char** names = zvTranGetStyleName(id);
+    EXPECT_EQ(names == nullptr, listed == 0) << id;
+    if (names && listed) {
+      EXPECT_NE(names[listed - 1], nullptr) << id;
+    }
   }
-  ASSERT_NE(names, nullptr);
-  EXPECT_NE(names[c.names - 1], nullptr);
 }
-
-INSTANTIATE_TEST_SUITE_P(Ids, StyleListTest,
-                         ::testing::Values(StyleCase{21, 2, 6}, StyleCase{22, 2, 8}, StyleCase{40, 2, 8},
-                                           StyleCase{39, 4, 8}, StyleCase{58, 4, 8}, StyleCase{17, 0, 0},
-                                           StyleCase{34, 0, 1}, StyleCase{0, 0, 0}, StyleCase{67, 0, 0},
-                                           StyleCase{-1, 0, 0}));
 
 TEST(StyleListTest, NamesComeFromTheLatestCall) {
   zvtest::register_library();

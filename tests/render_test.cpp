@@ -1,6 +1,5 @@
-// zvtran render and zvtran demo, run as a user runs them: real media made
-// with the ffmpeg program, outputs decoded back and compared, bad input
-// refused without leftovers, and the gallery page opened in headless Chromium.
+// zvtran render and zvtran demo, run as a user runs them: real media made with the ffmpeg program, outputs decoded back
+// and compared, bad input refused without leftovers, and the gallery page opened in headless Chromium.
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -34,10 +33,7 @@ std::string read_text(const std::string& path) {
   return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
-struct Result {
-  int status;
-  std::string out, err;
-};
+struct Result { int status; std::string out, err; };
 
 // A scratch folder per test, removed afterwards.
 class RenderTest : public ::testing::Test {
@@ -61,6 +57,12 @@ class RenderTest : public ::testing::Test {
     return result;
   }
   Result zvtran(const std::string& args) const { return sh("'" + kZvtran + "' " + args); }
+  // zvtran with `args`, which must succeed; its standard output.
+  std::string zvtran_ok(const std::string& args) const {
+    Result r = zvtran(args);
+    EXPECT_EQ(r.status, 0) << args << "\n" << r.err;
+    return r.out;
+  }
   void ffmpeg(const std::string& args) const {
     Result r = sh("ffmpeg -hide_banner -loglevel error -y " + args);
     ASSERT_EQ(r.status, 0) << r.err;
@@ -84,10 +86,7 @@ class RenderTest : public ::testing::Test {
   std::string dir_;
 };
 
-struct Video {
-  int width = 0, height = 0;
-  std::vector<std::vector<uint8_t>> frames;  // Y, U, V of each
-};
+struct Video { int width = 0, height = 0; std::vector<std::vector<uint8_t>> frames; };  // frames: Y, U, V of each
 
 Video parse_y4m(const std::string& bytes) {
   Video video;
@@ -147,8 +146,7 @@ TEST_F(RenderTest, Y4mClipAgainstPngStillIsExact) {
   // 1.5 s at A's 10 fps: 15 frames, A (1 s long) holding its last picture.
   const std::string args =
       "render " + q("a.y4m") + " " + q("b.png") + " --transition 14 --style 'Normal Switch' --duration 1.5 -o ";
-  Result r = zvtran(args + q("out.y4m"));
-  ASSERT_EQ(r.status, 0) << r.err;
+  zvtran_ok(args + q("out.y4m"));
   const std::string bytes = read_text(path("out.y4m"));
   Video out = parse_y4m(bytes);
   EXPECT_EQ(out.width, 160);
@@ -158,13 +156,10 @@ TEST_F(RenderTest, Y4mClipAgainstPngStillIsExact) {
   EXPECT_LT(mean_difference(out.frames.back(), parse_y4m(read_text(path("b.y4m"))).frames.at(0)), 1.5);
 
   // The same stream on stdout.
-  Result piped = zvtran(args + "-");
-  ASSERT_EQ(piped.status, 0) << piped.err;
-  EXPECT_EQ(piped.out, bytes);
+  EXPECT_EQ(zvtran_ok(args + "-"), bytes);
 
   // A clip faded into itself shows its own pictures at 10 fps, then holds the last.
-  r = zvtran("render " + q("a.y4m") + " " + q("a.y4m") + " --transition Fade --duration 1.5 -o " + q("self.y4m"));
-  ASSERT_EQ(r.status, 0) << r.err;
+  zvtran_ok("render " + q("a.y4m") + " " + q("a.y4m") + " --transition Fade --duration 1.5 -o " + q("self.y4m"));
   Video self = parse_y4m(read_text(path("self.y4m")));
   ASSERT_EQ(self.frames.size(), 15u);
   for (size_t i = 0; i < self.frames.size(); ++i) EXPECT_EQ(self.frames[i], a.frames[std::min<size_t>(i, 9)]) << i;
@@ -173,8 +168,7 @@ TEST_F(RenderTest, Y4mClipAgainstPngStillIsExact) {
 TEST_F(RenderTest, PatternsIntoEveryKindOfOutput) {
   const std::string clips = "render pattern:zoneplate pattern:checker --transition Fade --size 96x64 --fps 20 "
                             "--duration 0.5 ";
-  Result r = zvtran(clips + "-o " + q("out.y4m"));
-  ASSERT_EQ(r.status, 0) << r.err;
+  zvtran_ok(clips + "-o " + q("out.y4m"));
   Video out = parse_y4m(read_text(path("out.y4m")));
   EXPECT_EQ(out.width, 96);
   EXPECT_EQ(out.height, 64);
@@ -182,21 +176,20 @@ TEST_F(RenderTest, PatternsIntoEveryKindOfOutput) {
   for (size_t i = 1; i < out.frames.size(); ++i) EXPECT_NE(out.frames[i], out.frames[i - 1]) << i;
 
   // With the clips around it: 1.5 s of each two-second pattern before and after.
-  ASSERT_EQ(zvtran(clips + "--with-clips -o " + q("clips.y4m")).status, 0);
+  zvtran_ok(clips + "--with-clips -o " + q("clips.y4m"));
   EXPECT_EQ(parse_y4m(read_text(path("clips.y4m"))).frames.size(), 70u);
 
   for (const std::string pattern : {"bars", "gradient"}) {
-    r = zvtran("render pattern:" + pattern + " pattern:checker --transition 14 --size 96x64 -o " + q(pattern + ".mp4"));
-    ASSERT_EQ(r.status, 0) << r.err;
+    zvtran_ok("render pattern:" + pattern + " pattern:checker --transition 14 --size 96x64 -o " + q(pattern + ".mp4"));
   }
   EXPECT_EQ(sh("ffprobe -v error -count_frames -show_entries stream=codec_name,width,height,nb_read_frames -of "
                "csv=p=0 " + q("bars.mp4")).out,
             "h264,96,64,25\n");
 
-  ASSERT_EQ(zvtran(clips + "--style 'fade out&in' -o " + q("sheet.png")).status, 0);
+  zvtran_ok(clips + "--style 'fade out&in' -o " + q("sheet.png"));
   EXPECT_EQ(probe("width,height", "sheet.png"), "536,156\n");  // five 96 x 64 frames under two lines of text
 
-  ASSERT_EQ(zvtran(clips + "-o " + q("frames")).status, 0);
+  zvtran_ok(clips + "-o " + q("frames"));
   std::string names;
   for (int i = 1; i <= 11; ++i) {
     char name[32];
@@ -214,9 +207,7 @@ TEST_F(RenderTest, BadInputGetsOneLineAndLeavesNothing) {
   std::ofstream(path("notes.mp4")) << "these are notes, not a video\n";
   std::ofstream(path("file")) << "x";
   const std::string clip = q("clip.y4m") + " ", two = clip + clip + "--transition Fade ";
-  struct Case {
-    std::string args, message;
-  };
+  struct Case { std::string args, message; };
   const Case cases[] = {
       {q("missing.mp4") + " " + clip + "--transition Fade -o OUT.mp4", "missing.mp4: no such file"},
       {q("notes.mp4") + " " + clip + "--transition Fade -o OUT.mp4", "not a media file"},
@@ -255,9 +246,8 @@ TEST_F(RenderTest, BadInputGetsOneLineAndLeavesNothing) {
   }
 }
 
-// The direct Y4M reader against FFmpeg's (the same pictures in a raw NUT
-// file), from a file and from standard input, at the clip's size and scaled,
-// at its rate and at a higher one (pictures shown twice).
+// The direct Y4M reader against FFmpeg's (the same pictures in a raw NUT file), from a file and from standard input, at
+// the clip's size and scaled, at its rate and at a higher one (pictures shown twice).
 TEST_F(RenderTest, Y4mFastPathAndStdinMatchFfmpeg) {
   lavfi("testsrc2=size=96x64:rate=10 -t 1", "a.y4m");
   lavfi("smptebars=size=96x64:rate=10 -t 1", "b.y4m");
@@ -287,8 +277,7 @@ TEST_F(RenderTest, TruncatedStdinStopsWithOneLine) {
   EXPECT_EQ(listing(), std::set<std::string>{"a.y4m"});
 }
 
-// Every implemented transition, randomised ones included, on one worker and
-// on four.
+// Every implemented transition, randomised ones included, on one worker and on four.
 TEST_F(RenderTest, ThreadCountDoesNotChangeOutput) {
   lavfi("testsrc2=size=64x48:rate=10 -t 1", "a.y4m");
   lavfi("mandelbrot=size=64x48:rate=10 -t 1", "b.y4m");
@@ -318,8 +307,7 @@ TEST_F(RenderTest, Mp4CarriesAudioAcross) {
   ffmpeg("-f lavfi -i testsrc2=size=96x64:rate=25 -f lavfi -i sine=f=440:r=44100 -t 3 -pix_fmt yuv420p -c:a aac "
          "-shortest " + q("a.mp4"));
   // A's tone for 2 s, fading out over the 1 s transition, then B's silence for 1 s.
-  Result r = zvtran("render " + q("a.mp4") + " pattern:bars --transition Fade --with-clips -o " + q("out.mp4"));
-  ASSERT_EQ(r.status, 0) << r.err;
+  zvtran_ok("render " + q("a.mp4") + " pattern:bars --transition Fade --with-clips -o " + q("out.mp4"));
   EXPECT_EQ(probe("codec_type,duration", "out.mp4"), "video,4.000000\naudio,4.000000\n");
   ffmpeg("-i " + q("out.mp4") + " -vn -ac 1 -ar 8000 -f s16le " + q("out.pcm"));
   const std::string pcm = read_text(path("out.pcm"));
@@ -328,8 +316,7 @@ TEST_F(RenderTest, Mp4CarriesAudioAcross) {
   EXPECT_NEAR(power(pcm, 2.45, 2.55) / tone, 0.25, 0.05);  // half the amplitude mid-way
   EXPECT_LT(power(pcm, 3.1, 3.9), 10.0);
 
-  r = zvtran("render " + q("a.mp4") + " pattern:bars --transition Fade --no-audio -o " + q("mute.mp4"));
-  ASSERT_EQ(r.status, 0) << r.err;
+  zvtran_ok("render " + q("a.mp4") + " pattern:bars --transition Fade --no-audio -o " + q("mute.mp4"));
   EXPECT_EQ(probe("codec_type", "mute.mp4"), "video\n");
 }
 
@@ -381,7 +368,7 @@ TEST_F(RenderTest, FailedWritesNameTheOutputAndLeaveWhatWasThere) {
   Result r = sh(limited + "demo --ids Blend --size 32x32 -o " + q("gallery"));
   EXPECT_EQ(r.status, 1) << r.err;
   EXPECT_EQ(listing(), std::set<std::string>{});  // no gallery before: none after
-  ASSERT_EQ(zvtran("demo --ids Blend --size 32x32 -o " + q("gallery")).status, 0);
+  zvtran_ok("demo --ids Blend --size 32x32 -o " + q("gallery"));
   const std::string page = read_text(gallery + "/index.html"), media = read_text(gallery + "/media/66-0.png");
   ASSERT_FALSE(media.empty());
   r = sh(limited + "demo --ids Fade --size 32x32 -o " + q("gallery"));

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <random>
+#include <string>
 #include <vector>
 
 #include "frame/row_kernels.h"
@@ -22,11 +23,16 @@ std::vector<uint8_t> run_row(const zv::RowKernels& rows, const RowCall& call, in
   return buffer;
 }
 
-struct Inputs {
-  std::vector<uint8_t> a, b, pick;
-  std::vector<uint16_t> g;
-  int k, offset;
-};
+// The SIMD row gives the C row's output, and the guards before and after the `width` bytes at `shift` keep their value.
+void expect_rows_agree(const RowCall& call, int width, int shift, const std::string& what) {
+  const std::vector<uint8_t> c = run_row(zv::c_rows(), call, width, shift);
+  const std::vector<uint8_t> simd = run_row(zv::simd_rows(), call, width, shift);
+  ASSERT_EQ(c, simd) << what;
+  for (int i = 0; i < kGuard + shift; ++i) ASSERT_EQ(simd[i], kGuardByte) << what << ": before the row";
+  for (size_t i = kGuard + shift + width; i < simd.size(); ++i) ASSERT_EQ(simd[i], kGuardByte) << what << ": after";
+}
+
+struct Inputs { std::vector<uint8_t> a, b, pick; std::vector<uint16_t> g; int k, offset; };
 
 Inputs random_inputs(std::mt19937& gen, int width) {
   Inputs in;
@@ -74,13 +80,8 @@ TEST(RowKernels, SimdRowsMatchTheCRowsAndStayInsideTheRow) {
     for (int shift = 0; shift < 4; ++shift) {
       const Inputs in = random_inputs(gen, width);
       for (const auto& [name, call] : row_calls(in, (width + shift) % 8)) {
-        const std::vector<uint8_t> c = run_row(zv::c_rows(), call, width, shift);
-        const std::vector<uint8_t> simd = run_row(zv::simd_rows(), call, width, shift);
-        ASSERT_EQ(c, simd) << name << " width " << width << " shift " << shift;
-        for (int i = 0; i < kGuard + shift; ++i) ASSERT_EQ(simd[i], kGuardByte) << name << " before the row";
-        for (size_t i = kGuard + shift + width; i < simd.size(); ++i) {
-          ASSERT_EQ(simd[i], kGuardByte) << name << " after the row, width " << width;
-        }
+        expect_rows_agree(call, width, shift,
+                          std::string(name) + " width " + std::to_string(width) + " shift " + std::to_string(shift));
       }
     }
   }
@@ -102,12 +103,8 @@ TEST(RowKernels, ColourRowsMatchTheCRowsAndStayInsideTheRow) {
         {4, [=](const zv::RowKernels& r, uint8_t* o, int) { r.bgr_to_rgba(o, bgr0, pixels); }},
     };
     for (const auto& [factor, call] : calls) {
-      const int bytes = factor * pixels, shift = pixels % 4;
-      const std::vector<uint8_t> c = run_row(zv::c_rows(), call, bytes, shift);
-      const std::vector<uint8_t> simd = run_row(zv::simd_rows(), call, bytes, shift);
-      ASSERT_EQ(c, simd) << "factor " << factor << ", " << pixels << " pixels";
-      for (int i = 0; i < kGuard + shift; ++i) ASSERT_EQ(simd[i], kGuardByte) << "before the row";
-      for (size_t i = kGuard + shift + bytes; i < simd.size(); ++i) ASSERT_EQ(simd[i], kGuardByte) << "after the row";
+      expect_rows_agree(call, factor * pixels, pixels % 4,
+                        "factor " + std::to_string(factor) + ", " + std::to_string(pixels) + " pixels");
     }
   }
 }

@@ -18,8 +18,8 @@ ImagePtr solid_frame(int width, int height, uint8_t y, uint8_t u, uint8_t v) {
   return image;
 }
 
-ImagePtr random_frame(int width, int height, uint32_t seed) {
-  auto image = std::make_unique<Image>(width, height);
+ImagePtr random_frame(int width, int height, uint32_t seed, int chroma_format) {
+  auto image = std::make_unique<Image>(width, height, chroma_format);
   std::mt19937 gen(seed);
   for (int p = 0; p < 3; ++p) {
     uint8_t* data = image->plane(p);

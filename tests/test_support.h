@@ -18,7 +18,7 @@ using ImagePtr = std::unique_ptr<Image>;
 // A frame with every Y, U and V sample set to the given values.
 ImagePtr solid_frame(int width, int height, uint8_t y, uint8_t u, uint8_t v);
 // A frame of random samples from a fixed seed.
-ImagePtr random_frame(int width, int height, uint32_t seed);
+ImagePtr random_frame(int width, int height, uint32_t seed, int chroma_format = kChroma420);
 
 // An enabled block: style, position over a duration of 1.0 unless told.
 TransitionParams make_params(int style, double position, double duration = 1.0);

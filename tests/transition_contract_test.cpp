@@ -1,9 +1,7 @@
-// What every transition promises, checked for each id from one row of traits:
-// its end frames, its answer to styles past the last, where it writes when
-// the frames differ in size, its result codes, hostile inputs, and its fast
-// path against the reference path. A transition joins by adding its row.
-// Then the pieces of the call contract they share: progress, the x86 integer
-// conversions and the centred common region.
+// What every transition promises, checked for each id from one row of traits: its end frames, its answer to styles past
+// the last, where it writes when the frames differ in size, its result codes, hostile inputs, and its fast path against
+// the reference path. A transition joins by adding its row. Then the pieces of the call contract they share: progress,
+// the x86 integer conversions and the centred common region.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -59,8 +57,7 @@ const Traits kTraits[] = {
     // Push 2 and 3 step the output by the first source's stride.
     {2, 8, 0, false, kNone, kNone, styles({2, 3})},
     plain(3, 8), plain(4, 8),
-    // Round Close's circle already leaves b in the corners at 0; Round Open's
-    // end is promised only for some sizes.
+    // Round Close's circle already leaves b in the corners at 0; Round Open's end is promised only for some sizes.
     {5, 8, 0, false, styles({2, 3}), styles({2, 3}), kNone},
     plain(6, 8), plain(7, 8), plain(8, 8), plain(9, 4),
     // Slanted blinds keep a sliver of the other picture unless 2W / n is whole.
@@ -152,17 +149,11 @@ TEST_P(TransitionContract, FramesOfThreeSizesWriteOnlyTheCentredCommonRegion) {
       ImagePtr out = zvtest::random_frame(37, 21, 3);
       ASSERT_EQ(call(t.id, out.get(), a.get(), b.get(), zvtest::make_params(style, position)), t.done);
       for (int plane = 0; plane < 3; ++plane) {
-        const int width = plane == 0 ? 37 : 18, height = plane == 0 ? 21 : 10;
-        const int x0 = plane == 0 ? 2 : 1, y0 = plane == 0 ? 2 : 1, cw = plane == 0 ? 33 : 16,
-                  ch = plane == 0 ? 17 : 8;
-        for (int row = 0; row < height; ++row) {
-          for (int col = 0; col < width; ++col) {
-            if (col >= x0 && col < x0 + cw && row >= y0 && row < y0 + ch) continue;
-            ASSERT_EQ(zvtest::sample(*out, plane, col, row), zvtest::sample(*before, plane, col, row))
-                << "style " << style << " position " << position << " plane " << plane << " x " << col << " y "
-                << row;
-          }
-        }
+        const int x0 = plane == 0 ? 2 : 1, cw = plane == 0 ? 33 : 16, ch = plane == 0 ? 17 : 8;  // y0 = x0
+        ASSERT_TRUE(zvtest::samples_are(*out, plane, [&](int x, int y) {
+          const bool inside = x >= x0 && x < x0 + cw && y >= x0 && y < x0 + ch;
+          return zvtest::sample(inside ? *out : *before, plane, x, y);
+        })) << "style " << style << " position " << position;
       }
     }
   }
@@ -170,15 +161,11 @@ TEST_P(TransitionContract, FramesOfThreeSizesWriteOnlyTheCentredCommonRegion) {
 
 // The transitions that take a NaN progress as 0: every wipe, and every
 // transition added beside the wipes with the same clamp.
-bool nan_shows_start(int id) {
-  static const std::set<int> ids = {1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 18, 19, 20, 21, 22, 23,
-                                    24, 25, 26, 27, 28, 29, 30, 31, 32, 33, 34, 35, 54, 56, 63, 65};
-  return ids.count(id) > 0;
-}
+const std::set<int> kNanShowsStart = {1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 18, 19, 20, 21, 22, 23,
+                                      24, 25, 26, 27, 28, 29, 30, 31, 32, 33, 34, 35, 54, 56, 63, 65};
 
-// A zero duration or a NaN position gives a NaN progress: every style still
-// gives its ordinary result without touching memory it was not given, and
-// where the progress is clamped to 0 the picture is the one of progress 0.
+// A zero duration or a NaN position gives a NaN progress: every style still gives its ordinary result without touching
+// memory it was not given, and where the progress is clamped to 0 the picture is the one of progress 0.
 TEST_P(TransitionContract, NotANumberProgressIsSafe) {
   const Traits& t = GetParam();
   ImagePtr a = zvtest::random_frame(37, 21, 1), b = zvtest::random_frame(33, 25, 2);
@@ -189,17 +176,17 @@ TEST_P(TransitionContract, NotANumberProgressIsSafe) {
       ImagePtr out = zvtest::random_frame(41, 17, 3);
       EXPECT_EQ(call(t.id, out.get(), a.get(), b.get(), zvtest::make_params(style, position, duration)), t.done)
           << style;
-      if (nan_shows_start(t.id)) {
+      if (kNanShowsStart.count(t.id)) {
         EXPECT_EQ(zvtest::frame_bytes(*out), zvtest::frame_bytes(*start)) << "style " << style;
       }
     }
   }
 }
 
-// Every combination with at least one null argument returns 1 and leaves
-// `out` alone, flags included. Transitions with their own check carry on
-// without what they lack unless all four are null.
-TEST_P(TransitionContract, NullArgumentsReturnOneAndTouchNothing) {
+// Every combination with at least one null argument returns 1 and leaves `out` alone, flags included; a disabled block
+// returns 2 and only copies a's flags. Transitions with their own check carry on without what they lack unless all four
+// are null, and never test the block's switch.
+TEST_P(TransitionContract, NullArgumentsReturnOneAndDisabledBlocksTwo) {
   const Traits& t = GetParam();
   ImagePtr a = zvtest::random_frame(8, 6, 1), b = zvtest::random_frame(8, 6, 2), out = zvtest::random_frame(8, 6, 3);
   a->set_frame_flags(7);
@@ -217,16 +204,8 @@ TEST_P(TransitionContract, NullArgumentsReturnOneAndTouchNothing) {
     EXPECT_EQ(out->frame_flags(), 0) << "mask " << mask;
     EXPECT_EQ(zvtest::frame_bytes(*out), before) << "mask " << mask;
   }
-}
-
-TEST_P(TransitionContract, DisabledBlockReturnsTwoButCopiesTheFlags) {
-  const Traits& t = GetParam();
-  if (t.arguments == kOwnCheck) GTEST_SKIP() << "never tests the block's switch";
-  ImagePtr a = zvtest::random_frame(8, 6, 1), b = zvtest::random_frame(8, 6, 2), out = zvtest::random_frame(8, 6, 3);
-  a->set_frame_flags(7);
-  const std::vector<uint8_t> before = zvtest::frame_bytes(*out);
+  if (t.arguments == kOwnCheck) return;
   for (int enabled : {0, -5}) {
-    TransitionParams params = zvtest::make_params(0, 0.5);
     params.enabled = enabled;
     EXPECT_EQ(call(t.id, out.get(), a.get(), b.get(), params), 2);
   }
@@ -234,10 +213,9 @@ TEST_P(TransitionContract, DisabledBlockReturnsTwoButCopiesTheFlags) {
   EXPECT_EQ(zvtest::frame_bytes(*out), before);
 }
 
-// Whatever a host hands a transition (NaN or huge progress and parameters,
-// odd, zero or negative sizes, styles out of range), it returns one of its
-// result codes, reads `a` and `b` without changing them, and stays inside the
-// planes it was given (the sanitizer build checks the last part).
+// Whatever a host hands a transition (NaN or huge progress and parameters, odd, zero or negative sizes, styles out of
+// range), it returns one of its result codes, reads `a` and `b` without changing them, and stays inside the planes it
+// was given (the sanitizer build checks the last part).
 TEST_P(TransitionContract, HostileInputsGiveAResultCodeAndLeaveTheSourcesAlone) {
   const Traits& t = GetParam();
   const double inf = std::numeric_limits<double>::infinity(), nan = std::nan("");
@@ -260,9 +238,12 @@ TEST_P(TransitionContract, HostileInputsGiveAResultCodeAndLeaveTheSourcesAlone) 
     params.param1 = pick(param1s);
     params.param2 = pick(param2s);
     params.param3 = static_cast<int32_t>(gen());
+    // Sizes and values never change the result: a drawing style's ordinary one, or the one past the last.
     const int result = call(t.id, out.get(), a.get(), b.get(), params);
-    EXPECT_GE(result, 0) << "round " << round;
-    EXPECT_LE(result, 3) << "round " << round;
+    const bool drawing_style = params.style >= 0 && params.style < t.styles;
+    const int expected = t.arguments == kOwnCheck ? result : drawing_style ? t.done : t.past_result;
+    EXPECT_EQ(result, expected) << "round " << round;
+    EXPECT_TRUE(result >= 0 && result <= 3) << "round " << round;
     ASSERT_EQ(zvtest::frame_bytes(*a), a_before) << "round " << round;
     ASSERT_EQ(zvtest::frame_bytes(*b), b_before) << "round " << round;
   }
@@ -274,7 +255,8 @@ TEST_P(TransitionContract, FastPathMatchesTheReferencePath) {
   const Traits& t = GetParam();
   if (t.drawing == kOpenGl) GTEST_SKIP() << "drawn with OpenGL: no separate reference path";
   const int sizes[][6] = {{1, 1, 1, 1, 1, 1},       {7, 5, 7, 5, 7, 5},       {33, 17, 33, 17, 33, 17},
-                          {64, 48, 64, 48, 64, 48}, {37, 21, 33, 17, 41, 25}, {50, 30, 71, 43, 24, 61}};
+                          {64, 48, 64, 48, 64, 48}, {37, 21, 33, 17, 41, 25}, {50, 30, 71, 43, 24, 61},
+                          {12, 6, 12, 6, 8, 6},     {8, 6, 8, 6, 12, 6},     {8, 4, 8, 4, 10, 4}};
   const std::pair<int, double> params[] = {{0, 0.0}, {5, 3.0}, {0x00140028, 655380.0}, {-3, -1.0}};
   auto run = [&](zv::KernelPath path, const int* s, TransitionParams block) {
     ImagePtr a = zvtest::random_frame(s[2], s[3], 11), b = zvtest::random_frame(s[4], s[5], 22);
@@ -306,32 +288,46 @@ INSTANTIATE_TEST_SUITE_P(Implemented, TransitionContract, ::testing::ValuesIn(kT
                            return "id" + std::to_string(info.param.id);
                          });
 
-struct ProgressCase {
-  double position, duration, expected;
-};
-
-class ProgressTest : public ::testing::TestWithParam<ProgressCase> {};
-
-TEST_P(ProgressTest, FollowsTheBlock) {
-  const ProgressCase c = GetParam();
-  TransitionParams params = zvtest::make_params(0, c.position, c.duration);
-  const double p = zv::transition_progress(&params);
-  EXPECT_EQ(p, c.expected);
-  EXPECT_EQ(std::signbit(p), std::signbit(c.expected));
-}
-
-INSTANTIATE_TEST_SUITE_P(Positions, ProgressTest,
-                         ::testing::Values(ProgressCase{0.4, 1.0, 0.4}, ProgressCase{3.0, 2.0, 1.0},
-                                           ProgressCase{2.0, 2.0, 1.0}, ProgressCase{-1.0, 2.0, 0.0},
-                                           ProgressCase{-1.0, -2.0, -0.0},  // negative zero, unguarded
-                                           ProgressCase{0.5, -2.0, 1.0}, ProgressCase{12.5, 25.0, 0.5}));
-
-TEST(ProgressTest, NotANumberPassesThrough) {
+// (position, duration, progress); -1 / -2 gives a negative zero, unguarded.
+TEST(ProgressTest, FollowsTheBlockAndPassesNotANumberThrough) {
+  const double cases[][3] = {{0.4, 1.0, 0.4},   {3.0, 2.0, 1.0},   {2.0, 2.0, 1.0},  {-1.0, 2.0, 0.0},
+                             {-1.0, -2.0, -0.0}, {0.5, -2.0, 1.0}, {12.5, 25.0, 0.5}};
+  for (const auto& [position, duration, expected] : cases) {
+    TransitionParams params = zvtest::make_params(0, position, duration);
+    const double p = zv::transition_progress(&params);
+    EXPECT_EQ(p, expected) << position << " over " << duration;
+    EXPECT_EQ(std::signbit(p), std::signbit(expected)) << position << " over " << duration;
+  }
   TransitionParams zero_duration = zvtest::make_params(0, 0.5, 0.0);
   EXPECT_TRUE(std::isnan(zv::transition_progress(&zero_duration)));
   TransitionParams nan_position = zvtest::make_params(0, std::numeric_limits<double>::quiet_NaN(), 1.0);
   EXPECT_TRUE(std::isnan(zv::transition_progress(&nan_position)));
   EXPECT_TRUE(std::isnan(zv::clamp_progress(std::nan(""))));
+}
+
+// Out-of-range user parameters draw exactly what their limit draws; where marked, one step inside the limit draws
+// something else: Blind's (10) and Cross's (9) strip counts, Obscure's (29) strip count, Roll's (18) width and Zoom
+// Box's (46) box counts.
+TEST(UserParameters, OutOfRangeValuesDrawTheirLimit) {
+  struct Limit { int id, style; double position; int given1, limit1; double given2, limit2; bool step_inside_differs; };
+  const Limit cases[] = {{10, 0, 0.4, 0, 10, 0, 0, true},      {10, 0, 0.4, -3, 10, 0, 0, true},
+                         {10, 0, 0.4, 150, 100, 0, 0, true},   {9, 2, 0.4, 0, 8, 0, 0, true},
+                         {9, 2, 0.4, 200, 70, 0, 0, true},     {29, 0, 0.3, -3, 10, 0, 0, false},
+                         {29, 0, 0.3, 500, 100, 0, 0, false},  {18, 2, 0.4, 0, 20, 0, 0, false},
+                         {18, 2, 0.4, 70, 50, 0, 0, false},    {46, 0, 0.4, 75, 50, 80.0, 50.0, true}};
+  ImagePtr a = zvtest::random_frame(720, 576, 1), b = zvtest::random_frame(720, 576, 2);
+  auto draw = [&](const Limit& c, int param1, double param2) {
+    ImagePtr out = zvtest::random_frame(720, 576, 3);
+    zvtest::run_transition(c.id, out.get(), a.get(), b.get(), c.style, c.position, param1, param2);
+    return zvtest::frame_bytes(*out);
+  };
+  for (const Limit& c : cases) {
+    const std::vector<uint8_t> limit = draw(c, c.limit1, c.limit2);
+    EXPECT_EQ(draw(c, c.given1, c.given2), limit) << "id " << c.id << " given " << c.given1;
+    if (c.step_inside_differs) {
+      EXPECT_NE(draw(c, c.limit1 - 1, c.limit2), limit) << "id " << c.id << " at " << c.limit1 - 1;
+    }
+  }
 }
 
 TEST(TruncationTest, OutOfRangeValuesGiveTheX86Result) {

@@ -102,15 +102,4 @@ TEST(ZoomBox, TwoByTwoTilesDriftFromTheirCellCentres) {
   }));
 }
 
-TEST(ZoomBox, BoxCountsAboveFiftyBecomeFifty) {
-  ImagePtr a = zvtest::random_frame(120, 110, 1), b = zvtest::random_frame(120, 110, 2);
-  auto draw = [&](int nx, double ny) {
-    ImagePtr out = zvtest::random_frame(120, 110, 3);
-    run_transition(kZoomBox, out.get(), a.get(), b.get(), 0, 0.4, nx, ny);
-    return zvtest::frame_bytes(*out);
-  };
-  EXPECT_EQ(draw(75, 80.0), draw(50, 50.0));
-  EXPECT_NE(draw(49, 50.0), draw(50, 50.0));
-}
-
 }  // namespace
