@@ -161,7 +161,7 @@ TEST_F(ZvtranApply, CallsStreamToTheFileInsteadOfPilingUp) {
 }
 
 TEST_F(ZvtranApply, AFailedWriteToStandardOutputIsReported) {
-  for (const std::string& args : {"catalogue", "catalogue --json", "--help", "apply --help", "apply 14 --a-size 8x6",
+  for (const std::string args : {"catalogue", "catalogue --json", "--help", "apply --help", "apply 14 --a-size 8x6",
                                   "apply 14 --a-size 8x6 --out out.yuv"}) {
     for (const char* to : {">/dev/full", ">&-"}) {
       expect_refused(run(args, to), 1, "cannot write to standard output", args + " " + to);
