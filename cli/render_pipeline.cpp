@@ -67,10 +67,11 @@ class Pipeline {
         n_(plan.transition_frames()), total_(plan.total_frames()),
         workers_(std::max(1, std::min(plan.threads, total_))) {
     // Enough frames that readers run ahead of the workers, few enough that a
-    // 1080p render stays small.
+    // 1080p render stays small. The readers make theirs only when the workers
+    // hold every one they have: a fresh frame costs its zeroing, which for a
+    // quick transition is a good part of the whole render.
     const int spare = std::min(workers_, 8) + 1;
-    fill_pool(pool_a_, spare);
-    fill_pool(pool_b_, spare);
+    input_limit_ = spare;
     fill_pool(pool_out_, spare - 1);
   }
 
@@ -96,10 +97,13 @@ class Pipeline {
   };
 
   void fill_pool(std::vector<Image*>& pool, int count) {
-    for (int k = 0; k < count; ++k) {
-      frames_.push_back(std::make_unique<FreshFrame>(plan_.size.width, plan_.size.height));
-      pool.push_back(&frames_.back()->image());
-    }
+    for (int k = 0; k < count; ++k) pool.push_back(new_frame());
+  }
+
+  // Called with the lock held or before the threads start.
+  Image* new_frame() {
+    frames_.push_back(std::make_unique<FreshFrame>(plan_.size.width, plan_.size.height));
+    return &frames_.back()->image();
   }
 
   // Runs one thread's part; the first failure stops every thread.
@@ -119,14 +123,20 @@ class Pipeline {
   // the transition begins.
   void read(FrameSource& source, std::vector<Image*>& pool, std::deque<Image*>& ready, int first, int last,
             double start) {
+    int made = 0;
     for (int j = first; j < last; ++j) {
       Image* frame;
       {
         std::unique_lock<std::mutex> lock(mutex_);
-        changed_.wait(lock, [&] { return stop_ || !pool.empty(); });
+        changed_.wait(lock, [&] { return stop_ || !pool.empty() || made < input_limit_; });
         if (stop_) return;
-        frame = pool.back();
-        pool.pop_back();
+        if (pool.empty()) {
+          frame = new_frame();
+          ++made;
+        } else {
+          frame = pool.back();
+          pool.pop_back();
+        }
       }
       source.frame_at(start + (j - plan_.lead_frames) / plan_.fps, *frame);
       {
@@ -229,6 +239,7 @@ class Pipeline {
   std::mutex mutex_;
   std::condition_variable changed_;
   std::vector<Image*> pool_a_, pool_b_, pool_out_;
+  int input_limit_ = 0;  // frames each reader may make
   std::deque<Image*> ready_a_, ready_b_;
   std::map<int, Done> finished_;
   int next_job_ = 0;
