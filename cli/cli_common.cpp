@@ -115,6 +115,11 @@ Size parse_size(const std::string& text, const std::string& what) {
   return size;
 }
 
+bool has_extension(const std::string& path, const std::string& extension) {
+  return path.size() >= extension.size() &&
+         strcasecmp(path.c_str() + path.size() - extension.size(), extension.c_str()) == 0;
+}
+
 std::vector<uint8_t> read_file(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
   if (!in) throw UsageError(path + ": cannot open: " + std::strerror(errno));

@@ -68,6 +68,8 @@ Size parse_size(const std::string& text, const std::string& what);
 Size checked_frame_size(Size size, const std::string& what, bool allow_negative);
 
 std::vector<uint8_t> read_file(const std::string& path);
+// Whether `path` ends with `extension` (".mp4"), in any letter case.
+bool has_extension(const std::string& path, const std::string& extension);
 // Bytes of a raw planar 4:2:0 frame: Y, then U and V of (W/2) x (H/2).
 size_t raw_frame_bytes(Size size);
 // Fills `image`'s planes from one raw frame (which holds their bytes exactly).

@@ -4,6 +4,7 @@
 #include <mutex>
 #include <unistd.h>
 
+#include "cli/cli_common.h"
 #include "cli/media_input.h"
 #include "cli/patterns.h"
 #include "cli/y4m_io.h"
@@ -30,13 +31,6 @@ const MediaModule* load_module() {
   return entry();  // kept loaded until the program ends
 }
 
-bool ends_with_y4m(const std::string& path) {
-  if (path.size() < 4) return false;
-  std::string tail = path.substr(path.size() - 4);
-  for (char& c : tail) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  return tail == ".y4m";
-}
-
 }  // namespace
 
 const MediaModule& media_module() {
@@ -54,7 +48,7 @@ std::unique_ptr<FrameSource> open_source(const std::string& name) {
 }
 
 std::unique_ptr<FrameSink> open_sink(const std::string& path, const OutputInfo& info) {
-  if (path == "-" || ends_with_y4m(path)) return open_y4m_sink(path, info);
+  if (path == "-" || has_extension(path, ".y4m")) return open_y4m_sink(path, info);
   return media_module().open_sink(path, info);
 }
 

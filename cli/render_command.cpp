@@ -3,7 +3,6 @@
 // a Y4M stream, a contact sheet or a folder of PNGs.
 #include <cstdio>
 #include <string>
-#include <strings.h>
 #include <thread>
 #include <unistd.h>
 
@@ -33,11 +32,6 @@ Size checked_size(Size size, const std::string& what) {
                      " is not a size of even width and height from 2 to " + std::to_string(kMaxSide));
   }
   return size;
-}
-
-// Only an MP4 file carries sound.
-bool is_mp4(const std::string& path) {
-  return path.size() >= 4 && strcasecmp(path.c_str() + path.size() - 4, ".mp4") == 0;
 }
 
 void draw_progress(int done, int total) {
@@ -103,7 +97,8 @@ int render_command(int argc, char** argv) {
   std::vector<std::string> styles = style_names(id);
   info.subtitle = "style " + std::to_string(plan.style) +
                   (plan.style < static_cast<int>(styles.size()) ? ": " + styles[plan.style] : "");
-  if (!args.has("no-audio") && is_mp4(out_path)) {
+  // Only an MP4 file carries sound.
+  if (!args.has("no-audio") && has_extension(out_path, ".mp4")) {
     // Patterns, stdin and files without sound play silence; no track when neither has any.
     AudioMix mix;
     for (int k = 0; k < 2; ++k) {
