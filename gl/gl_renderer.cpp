@@ -48,8 +48,8 @@ void copy_top_left(const Image* from, Image* to) {
 }
 
 void convert_image(const Image* image, const BITMAPINFOHEADER* header, uint8_t* pixels) {
-  yuv420_to_rgb24(row_kernels(), header, pixels, image->get_Y(), image->get_U(), image->get_V(), image->width,
-                  image->width / 2, image->width / 2);
+  Yuv420_2_rgb24(header, pixels, image->get_Y(), image->get_U(), image->get_V(), image->width, image->width / 2,
+                 image->width / 2);
 }
 
 }  // namespace
@@ -330,8 +330,8 @@ void ImageToDib(const Image* image, CNewDib& dib, int width, int height) {
 
 void DibToImage(CNewDib& dib, Image* image) {
   if (!image_covers(image, dib_width(dib), dib_height(dib))) return;
-  rgb24_to_yuv420(row_kernels(), image->get_Y(), image->get_U(), image->get_V(), image->width, image->width / 2,
-                  image->width / 2, dib.m_pInfo, static_cast<const uint8_t*>(dib.m_hBits));
+  Rgb24_2_yuv420(image->get_Y(), image->get_U(), image->get_V(), image->width, image->width / 2, image->width / 2,
+                 dib.m_pInfo, static_cast<const uint8_t*>(dib.m_hBits));
 }
 
 }  // namespace zv

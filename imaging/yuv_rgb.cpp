@@ -4,13 +4,12 @@
 
 #include "frame/row_kernels.h"
 
-namespace zv {
-
-void rgb24_to_yuv420(const RowKernels& rows, uint8_t* y, uint8_t* u, uint8_t* v, int y_stride, int u_stride,
-                     int v_stride, const BITMAPINFOHEADER* header, const uint8_t* pixels) {
+void ZV_STDCALL Rgb24_2_yuv420(uint8_t* y, uint8_t* u, uint8_t* v, int y_stride, int u_stride, int v_stride,
+                               const BITMAPINFOHEADER* header, const uint8_t* pixels) {
   const int w = header->biWidth & ~1, h = header->biHeight & ~1;
   if (h < 1 || w < 1) return;
-  const ptrdiff_t pitch = dib_row_bytes(header->biWidth);
+  const zv::RowKernels& rows = zv::row_kernels();
+  const ptrdiff_t pitch = zv::dib_row_bytes(header->biWidth);
   for (int i = 0; i < h / 2; ++i) {
     // Image row 2i is bitmap row biHeight - 1 - 2i; row 2i + 1 lies just below it in memory.
     const uint8_t* row0 = pixels + (header->biHeight - 1 - 2 * i) * pitch;
@@ -20,26 +19,15 @@ void rgb24_to_yuv420(const RowKernels& rows, uint8_t* y, uint8_t* u, uint8_t* v,
   }
 }
 
-void yuv420_to_rgb24(const RowKernels& rows, const BITMAPINFOHEADER* header, uint8_t* pixels, const uint8_t* y,
-                     const uint8_t* u, const uint8_t* v, int y_stride, int u_stride, int v_stride) {
+void ZV_STDCALL Yuv420_2_rgb24(const BITMAPINFOHEADER* header, uint8_t* pixels, const uint8_t* y, const uint8_t* u,
+                               const uint8_t* v, int y_stride, int u_stride, int v_stride) {
   const int w = header->biWidth & ~1, h = header->biHeight & ~1;
   if (h < 1 || w < 1) return;
-  const ptrdiff_t pitch = dib_row_bytes(header->biWidth);
+  const zv::RowKernels& rows = zv::row_kernels();
+  const ptrdiff_t pitch = zv::dib_row_bytes(header->biWidth);
   for (int row = 0; row < h; ++row) {
     const ptrdiff_t chroma = row / 2;
     rows.yuv_to_bgr(pixels + (header->biHeight - 1 - row) * pitch, y + static_cast<ptrdiff_t>(row) * y_stride,
                     u + chroma * u_stride, v + chroma * v_stride, w);
   }
-}
-
-}  // namespace zv
-
-void ZV_STDCALL Rgb24_2_yuv420(uint8_t* y, uint8_t* u, uint8_t* v, int y_stride, int u_stride, int v_stride,
-                               const BITMAPINFOHEADER* header, const uint8_t* pixels) {
-  zv::rgb24_to_yuv420(zv::row_kernels(), y, u, v, y_stride, u_stride, v_stride, header, pixels);
-}
-
-void ZV_STDCALL Yuv420_2_rgb24(const BITMAPINFOHEADER* header, uint8_t* pixels, const uint8_t* y, const uint8_t* u,
-                               const uint8_t* v, int y_stride, int u_stride, int v_stride) {
-  zv::yuv420_to_rgb24(zv::row_kernels(), header, pixels, y, u, v, y_stride, u_stride, v_stride);
 }

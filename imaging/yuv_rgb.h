@@ -17,14 +17,6 @@ ZV_API void ZV_STDCALL Yuv420_2_rgb24(const BITMAPINFOHEADER* header, uint8_t* p
 
 namespace zv {
 
-struct RowKernels;
-
-// The two conversions above with the row kernels given.
-void rgb24_to_yuv420(const RowKernels& rows, uint8_t* y, uint8_t* u, uint8_t* v, int y_stride, int u_stride,
-                     int v_stride, const BITMAPINFOHEADER* header, const uint8_t* pixels);
-void yuv420_to_rgb24(const RowKernels& rows, const BITMAPINFOHEADER* header, uint8_t* pixels, const uint8_t* y,
-                     const uint8_t* u, const uint8_t* v, int y_stride, int u_stride, int v_stride);
-
 // Bytes in one row of a 24-bit bitmap of `width` pixels.
 inline int dib_row_bytes(int width) { return ((width * 24 + 31) >> 5) * 4; }
 
