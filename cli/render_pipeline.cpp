@@ -1,8 +1,9 @@
 // The render loop as a pipeline: A and B are read on threads of their own,
 // the transition runs for several frames at once on `threads` workers, and
-// the calling thread writes the frames in order. Frames come from fixed pools
-// and go back to them once written, so nothing is allocated per frame and at
-// most a few frames are in flight.
+// the calling thread writes the frames in order. Frames come from a fixed set
+// made at most once each: inputs go back to their reader as soon as they are
+// drawn, outputs once written, so nothing is allocated per frame and at most a
+// few frames are in flight.
 #include <algorithm>
 #include <condition_variable>
 #include <cstring>
@@ -10,7 +11,8 @@
 #include <exception>
 #include <map>
 #include <mutex>
-#include <optional>
+#include <memory>
+#include <stdexcept>
 #include <sys/mman.h>
 #include <thread>
 
@@ -30,62 +32,70 @@ uint32_t random_state_for(int transition_index) {
   return 1u + static_cast<uint32_t>(transition_index) * 2654435761u;
 }
 
-// A frame in memory mapped for it alone, zeroed by the system, in huge pages
-// where the system allows: a handful of page faults for a 1080p frame rather
-// than hundreds, which matters when a render lasts a fraction of a second.
-class FreshFrame {
+// Every frame of the run, cut one after another from one mapping made at the
+// start. The pages are reserved, not touched: a frame costs its zeroing by the
+// system only when it is first used, and the frames share huge pages rather
+// than each rounding up to whole ones of its own. For a quick transition that
+// zeroing is a good part of the whole render.
+class FrameArena {
  public:
-  FreshFrame(int width, int height) {
-    const size_t luma = static_cast<size_t>(width) * height;
-    bytes_ = (luma * 3 / 2 + kHugePage - 1) / kHugePage * kHugePage;
-    memory_ = mmap(nullptr, bytes_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (memory_ == MAP_FAILED) throw std::bad_alloc();
-    madvise(memory_, bytes_, MADV_HUGEPAGE);  // only advice
-    uint8_t* planes = static_cast<uint8_t*>(memory_);
-    image_.emplace(width, height, planes, planes + luma, planes + luma * 5 / 4);
+  FrameArena(Size size, int capacity) : size_(size), capacity_(capacity) {
+    const size_t luma = static_cast<size_t>(size.width) * size.height;
+    frame_bytes_ = (luma * 3 / 2 + kAlign - 1) / kAlign * kAlign;
+    bytes_ = (frame_bytes_ * capacity + kHugePage - 1) / kHugePage * kHugePage;
+    void* memory = mmap(nullptr, bytes_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+    if (memory == MAP_FAILED) throw std::bad_alloc();
+    madvise(memory, bytes_, MADV_HUGEPAGE);  // only advice
+    base_ = static_cast<uint8_t*>(memory);
   }
-  ~FreshFrame() {
-    image_.reset();
-    munmap(memory_, bytes_);
+  ~FrameArena() {
+    frames_.clear();
+    munmap(base_, bytes_);
   }
-  FreshFrame(const FreshFrame&) = delete;
-  FreshFrame& operator=(const FreshFrame&) = delete;
-  Image& image() { return *image_; }
+  FrameArena(const FrameArena&) = delete;
+  FrameArena& operator=(const FrameArena&) = delete;
+
+  // The next unused frame; never more than `capacity` of them.
+  Image* make() {
+    if (static_cast<int>(frames_.size()) >= capacity_) throw std::logic_error("frame arena exhausted");
+    uint8_t* y = base_ + frames_.size() * frame_bytes_;
+    const size_t luma = static_cast<size_t>(size_.width) * size_.height;
+    frames_.push_back(std::make_unique<Image>(size_.width, size_.height, y, y + luma, y + luma * 5 / 4));
+    return frames_.back().get();
+  }
 
  private:
-  static constexpr size_t kHugePage = 2 << 20;
-  void* memory_ = nullptr;
-  size_t bytes_ = 0;
-  std::optional<Image> image_;
+  static constexpr size_t kHugePage = 2 << 20, kAlign = 64;
+  Size size_;
+  int capacity_;
+  size_t frame_bytes_ = 0, bytes_ = 0;
+  uint8_t* base_ = nullptr;
+  std::vector<std::unique_ptr<Image>> frames_;
 };
 
+// Each thread sleeps on a condition of its own and is woken only when what it
+// waits for may have come: a wake-up that finds nothing to do costs a context
+// switch, which is dear in a virtual machine.
 class Pipeline {
  public:
   Pipeline(const RenderPlan& plan, FrameSource& a, FrameSource& b, const std::vector<FrameSink*>& sinks,
            const std::function<void(int)>& progress)
       : plan_(plan), a_(a), b_(b), sinks_(sinks), progress_(progress),
         n_(plan.transition_frames()), total_(plan.total_frames()),
-        workers_(std::max(1, std::min(plan.threads, total_))) {
-    // Enough frames that readers run ahead of the workers, few enough that a
-    // 1080p render stays small. The readers make theirs only when the workers
-    // hold every one they have: a fresh frame costs its zeroing, which for a
-    // quick transition is a good part of the whole render.
-    const int spare = std::min(workers_, 8) + 1;
-    input_limit_ = spare;
-    fill_pool(pool_out_, spare - 1);
-  }
+        workers_(std::max(1, std::min(plan.threads, total_))),
+        // A worker holds an A, a B and an output frame while it draws; each
+        // reader may be one frame ahead of the workers, and the writer holds
+        // one output frame.
+        input_limit_(workers_ + 1), output_limit_(workers_ + 1),
+        frames_(plan.size, 2 * input_limit_ + output_limit_) {}
 
   void run() {
     std::vector<std::thread> threads;
-    threads.emplace_back([this] { guarded([this] { read(a_, pool_a_, ready_a_, 0, plan_.lead_frames + n_, plan_.offset); }); });
-    threads.emplace_back([this] { guarded([this] { read(b_, pool_b_, ready_b_, plan_.lead_frames, total_, 0); }); });
+    threads.emplace_back([this] { guarded([this] { read(a_, clip_a_, 0, plan_.lead_frames + n_, plan_.offset); }); });
+    threads.emplace_back([this] { guarded([this] { read(b_, clip_b_, plan_.lead_frames, total_, 0); }); });
     for (int w = 0; w < workers_; ++w) threads.emplace_back([this] { guarded([this] { work(); }); });
     guarded([this] { write(); });
-    {
-      std::lock_guard<std::mutex> lock(mutex_);
-      stop_ = true;
-    }
-    changed_.notify_all();
+    stop();
     for (std::thread& t : threads) t.join();
     if (error_) std::rethrow_exception(error_);
   }
@@ -95,15 +105,23 @@ class Pipeline {
     const Image* shown = nullptr;
     Image *a = nullptr, *b = nullptr, *out = nullptr;
   };
+  // One clip's frames: free ones, read ones in order, and the reader's wake-up.
+  struct Clip {
+    std::vector<Image*> free;
+    std::deque<Image*> ready;
+    int made = 0;
+    std::condition_variable space;
+  };
 
-  void fill_pool(std::vector<Image*>& pool, int count) {
-    for (int k = 0; k < count; ++k) pool.push_back(new_frame());
-  }
-
-  // Called with the lock held or before the threads start.
-  Image* new_frame() {
-    frames_.push_back(std::make_unique<FreshFrame>(plan_.size.width, plan_.size.height));
-    return &frames_.back()->image();
+  void stop() {
+    {
+      std::lock_guard<std::mutex> lock(mutex_);
+      stop_ = true;
+    }
+    clip_a_.space.notify_all();
+    clip_b_.space.notify_all();
+    job_ready_.notify_all();
+    frame_done_.notify_all();
   }
 
   // Runs one thread's part; the first failure stops every thread.
@@ -112,43 +130,58 @@ class Pipeline {
     try {
       part();
     } catch (...) {
-      std::lock_guard<std::mutex> lock(mutex_);
-      if (!error_) error_ = std::current_exception();
-      stop_ = true;
-      changed_.notify_all();
+      {
+        std::lock_guard<std::mutex> lock(mutex_);
+        if (!error_) error_ = std::current_exception();
+      }
+      stop();
     }
   }
 
   // Frames first..last-1 of one clip, in order; `start` is where in the clip
   // the transition begins.
-  void read(FrameSource& source, std::vector<Image*>& pool, std::deque<Image*>& ready, int first, int last,
-            double start) {
-    int made = 0;
+  void read(FrameSource& source, Clip& clip, int first, int last, double start) {
     for (int j = first; j < last; ++j) {
       Image* frame;
       {
         std::unique_lock<std::mutex> lock(mutex_);
-        changed_.wait(lock, [&] { return stop_ || !pool.empty() || made < input_limit_; });
+        clip.space.wait(lock, [&] { return stop_ || !clip.free.empty() || clip.made < input_limit_; });
         if (stop_) return;
-        if (pool.empty()) {
-          frame = new_frame();
-          ++made;
+        if (clip.free.empty()) {
+          frame = frames_.make();
+          ++clip.made;
         } else {
-          frame = pool.back();
-          pool.pop_back();
+          frame = clip.free.back();
+          clip.free.pop_back();
         }
       }
       source.frame_at(start + (j - plan_.lead_frames) / plan_.fps, *frame);
       {
         std::lock_guard<std::mutex> lock(mutex_);
-        ready.push_back(frame);
+        clip.ready.push_back(frame);
       }
-      changed_.notify_all();
+      job_ready_.notify_one();
     }
   }
 
   bool needs_a(int j) const { return j < plan_.lead_frames + n_; }
   bool needs_b(int j) const { return j >= plan_.lead_frames; }
+
+  // Whether frame next_job_ has all it needs. Called with the lock held.
+  bool next_job_ready() {
+    const int j = next_job_;
+    if (j >= total_) return false;
+    if (needs_a(j) && clip_a_.ready.empty()) return false;
+    if (needs_b(j) && clip_b_.ready.empty()) return false;
+    return !(needs_a(j) && needs_b(j)) || !free_out_.empty() || made_out_ < output_limit_;
+  }
+
+  // A frame back to its clip's free frames, waking that clip's reader.
+  // Called with the lock held.
+  void give_back(Clip& clip, Image* frame) {
+    clip.free.push_back(frame);
+    clip.space.notify_one();
+  }
 
   // Frames are taken strictly in order, each with its output frame, so the
   // oldest frame not yet written never waits for a frame held by a later one.
@@ -161,17 +194,22 @@ class Pipeline {
       Done done;
       {
         std::unique_lock<std::mutex> lock(mutex_);
-        changed_.wait(lock, [&] {
-          if (stop_ || next_job_ >= total_) return true;
-          const bool transition = needs_a(next_job_) && needs_b(next_job_);
-          return (!needs_a(next_job_) || !ready_a_.empty()) && (!needs_b(next_job_) || !ready_b_.empty()) &&
-                 (!transition || !pool_out_.empty());
-        });
+        job_ready_.wait(lock, [&] { return stop_ || next_job_ >= total_ || next_job_ready(); });
         if (stop_ || next_job_ >= total_) return;
         j = next_job_++;
-        if (needs_a(j)) done.a = ready_a_.front(), ready_a_.pop_front();
-        if (needs_b(j)) done.b = ready_b_.front(), ready_b_.pop_front();
-        if (done.a && done.b) done.out = pool_out_.back(), pool_out_.pop_back();
+        if (needs_a(j)) done.a = clip_a_.ready.front(), clip_a_.ready.pop_front();
+        if (needs_b(j)) done.b = clip_b_.ready.front(), clip_b_.ready.pop_front();
+        if (done.a && done.b) {
+          if (free_out_.empty()) {
+            done.out = frames_.make();
+            ++made_out_;
+          } else {
+            done.out = free_out_.back();
+            free_out_.pop_back();
+          }
+        }
+        // The next frame may be ready too, for another worker.
+        if (next_job_ready()) job_ready_.notify_one();
       }
       if (done.out) {
         draw(j - plan_.lead_frames, *done.out, *done.a, *done.b);
@@ -181,9 +219,15 @@ class Pipeline {
       }
       {
         std::lock_guard<std::mutex> lock(mutex_);
+        // A drawn frame needs its inputs no longer: the readers may refill them.
+        if (done.out) {
+          give_back(clip_a_, done.a);
+          give_back(clip_b_, done.b);
+          done.a = done.b = nullptr;
+        }
         finished_[j] = done;
       }
-      changed_.notify_all();
+      frame_done_.notify_one();
     }
   }
 
@@ -210,7 +254,7 @@ class Pipeline {
       Done done;
       {
         std::unique_lock<std::mutex> lock(mutex_);
-        changed_.wait(lock, [&] { return stop_ || finished_.count(j); });
+        frame_done_.wait(lock, [&] { return stop_ || finished_.count(j); });
         if (stop_) return;
         done = finished_[j];
         finished_.erase(j);
@@ -220,11 +264,11 @@ class Pipeline {
       for (FrameSink* sink : sinks_) sink->write(*done.shown, i >= 0 && i < n_ ? i : -1);
       {
         std::lock_guard<std::mutex> lock(mutex_);
-        if (done.a) pool_a_.push_back(done.a);
-        if (done.b) pool_b_.push_back(done.b);
-        if (done.out) pool_out_.push_back(done.out);
+        if (done.a) give_back(clip_a_, done.a);
+        if (done.b) give_back(clip_b_, done.b);
+        if (done.out) free_out_.push_back(done.out);
+        if (next_job_ready()) job_ready_.notify_one();
       }
-      changed_.notify_all();
       if (progress_) progress_(j + 1);
     }
   }
@@ -234,13 +278,14 @@ class Pipeline {
   const std::vector<FrameSink*>& sinks_;
   const std::function<void(int)>& progress_;
   const int n_, total_, workers_;
+  const int input_limit_, output_limit_;  // frames each reader, and the workers, may make
 
-  std::vector<std::unique_ptr<FreshFrame>> frames_;
   std::mutex mutex_;
-  std::condition_variable changed_;
-  std::vector<Image*> pool_a_, pool_b_, pool_out_;
-  int input_limit_ = 0;  // frames each reader may make
-  std::deque<Image*> ready_a_, ready_b_;
+  FrameArena frames_;
+  Clip clip_a_, clip_b_;
+  std::vector<Image*> free_out_;
+  int made_out_ = 0;
+  std::condition_variable job_ready_, frame_done_;
   std::map<int, Done> finished_;
   int next_job_ = 0;
   bool stop_ = false;
