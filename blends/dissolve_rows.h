@@ -21,8 +21,22 @@ void select_row_by_draws(const RowKernels& rows, uint8_t* out, const uint8_t* fi
   uint8_t mask[kChunk];
   for (int x = 0; x < n; x += kChunk) {
     const int len = std::min(kChunk, n - x);
-    rand_fill(draws, len);
+    rand_fill(rows, draws, len);
     for (int i = 0; i < len; ++i) mask[i] = pick_second(draws[i], x + i) ? 0xFF : 0;
+    rows.select(out + x, first + x, second + x, mask, len);
+  }
+}
+
+// As above with second[i] where draw % divisor < below, every step a row.
+inline void select_row_below_mod(const RowKernels& rows, uint8_t* out, const uint8_t* first, const uint8_t* second,
+                                 int n, uint32_t divisor, uint32_t below) {
+  constexpr int kChunk = 1024;
+  uint16_t draws[kChunk];
+  uint8_t mask[kChunk];
+  for (int x = 0; x < n; x += kChunk) {
+    const int len = std::min(kChunk, n - x);
+    rand_fill(rows, draws, len);
+    rows.picks_below_mod(mask, draws, len, divisor, below);
     rows.select(out + x, first + x, second + x, mask, len);
   }
 }

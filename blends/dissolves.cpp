@@ -100,15 +100,12 @@ void random_dissolve_reference(const CommonRegion& r, int n, double threshold) {
   }
 }
 
-// The whole decision depends on the draw alone: a table over all 32768
-// values. Draws below ceil(threshold) are exactly those below threshold.
+// Draws below ceil(threshold) are exactly those below threshold.
 void random_dissolve_fast(const RowKernels& rows, const CommonRegion& r, int n, double threshold) {
-  const int below = threshold > 0.0 ? static_cast<int>(std::ceil(threshold)) : 0;
-  bool pick_b_for[kRandMax + 1];
-  for (int v = 0; v <= kRandMax; ++v) pick_b_for[v] = v % (n + 1) < below;
+  const uint32_t below = threshold > 0.0 ? static_cast<uint32_t>(std::ceil(threshold)) : 0;
   for (int row = 0; row < r.height; ++row) {
-    select_row_by_draws(rows, row_at(r.out, r.out_stride, row), row_at(r.a, r.a_stride, row),
-                        row_at(r.b, r.b_stride, row), r.width, [&pick_b_for](int draw, int) { return pick_b_for[draw]; });
+    select_row_below_mod(rows, row_at(r.out, r.out_stride, row), row_at(r.a, r.a_stride, row),
+                         row_at(r.b, r.b_stride, row), r.width, static_cast<uint32_t>(n + 1), below);
   }
 }
 

@@ -83,6 +83,18 @@ void bgr_to_rgba_row_c(uint8_t* rgba, const uint8_t* bgr, int n) {
   }
 }
 
+uint32_t lcg_draws_row_c(uint16_t* values, int n, uint32_t state, uint32_t mul, uint32_t add) {
+  for (int i = 0; i < n; ++i) {
+    state = state * mul + add;
+    values[i] = static_cast<uint16_t>((state >> 16) & 0x7FFF);
+  }
+  return state;
+}
+
+void picks_below_mod_row_c(uint8_t* pick, const uint16_t* values, int n, uint32_t divisor, uint32_t below) {
+  for (int i = 0; i < n; ++i) pick[i] = values[i] % divisor < below ? 0xFF : 0;
+}
+
 const RowKernels& c_rows() {
   static const RowKernels rows = {true,
                                   copy_row_c,
@@ -95,7 +107,9 @@ const RowKernels& c_rows() {
                                   select_row_c,
                                   yuv_to_bgr_row_c,
                                   bgr_to_yuv_row_c,
-                                  bgr_to_rgba_row_c};
+                                  bgr_to_rgba_row_c,
+                                  lcg_draws_row_c,
+                                  picks_below_mod_row_c};
   return rows;
 }
 

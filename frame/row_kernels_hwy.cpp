@@ -198,6 +198,74 @@ void BgrToRgbaRow(uint8_t* rgba, const uint8_t* bgr, int n) {
   bgr_to_rgba_row_c(rgba + 4 * i, bgr + 3 * i, n - i);
 }
 
+// The generator's draws, kChains vectors at a time: lane j of vector c holds
+// the state c * lanes + j + 1 draws on, and every lane leaps a whole group of
+// draws with one multiply and add, the chains independent of each other so
+// that the multiplies overlap.
+using DU32 = hn::Rebind<uint32_t, D32>;
+constexpr int kChains = 4;
+
+HWY_INLINE void store_draws(hn::Vec<DU32> states, uint16_t* out) {
+  const DU32 d;
+  const auto drawn = hn::And(hn::ShiftRight<16>(states), hn::Set(d, 0x7FFFu));
+  hn::StoreU(hn::DemoteTo(D16Of32(), hn::BitCast(D32(), drawn)), D16Of32(), out);
+}
+
+HWY_INLINE hn::Vec<DU32> leap(hn::Vec<DU32> states, hn::Vec<DU32> mul, hn::Vec<DU32> add) {
+  return hn::Add(hn::Mul(states, mul), add);
+}
+
+uint32_t LcgDrawsRow(uint16_t* values, int n, uint32_t state, uint32_t mul, uint32_t add) {
+  const DU32 d;
+  const int lanes = static_cast<int>(hn::Lanes(d));
+  const int group = kChains * lanes;
+  if (n < group) return lcg_draws_row_c(values, n, state, mul, add);
+  HWY_ALIGN uint32_t states[kChains * HWY_MAX_BYTES / sizeof(uint32_t)];
+  uint32_t group_mul = 1, group_add = 0;  // state -> state * group_mul + group_add is `group` draws
+  for (int j = 0; j < group; ++j) {
+    states[j] = state = state * mul + add;
+    group_mul *= mul;
+    group_add = group_add * mul + add;
+  }
+  auto v0 = hn::Load(d, states), v1 = hn::Load(d, states + lanes), v2 = hn::Load(d, states + 2 * lanes),
+       v3 = hn::Load(d, states + 3 * lanes);
+  const auto vm = hn::Set(d, group_mul), va = hn::Set(d, group_add);
+  int i = 0;
+  for (;;) {
+    store_draws(v0, values + i);
+    store_draws(v1, values + i + lanes);
+    store_draws(v2, values + i + 2 * lanes);
+    store_draws(v3, values + i + 3 * lanes);
+    i += group;
+    if (i + group > n) break;
+    v0 = leap(v0, vm, va), v1 = leap(v1, vm, va), v2 = leap(v2, vm, va), v3 = leap(v3, vm, va);
+  }
+  // The state after draw i is the last lane of the last chain.
+  hn::Store(v3, d, states);
+  return lcg_draws_row_c(values + i, n - i, states[lanes - 1], mul, add);
+}
+
+// value / divisor as (value * m) >> shift with shift = 15 + ceil(log2 divisor)
+// and m = ceil(2^shift / divisor): exact for every value below 2^15, and the
+// product stays below 2^31.
+void PicksBelowModRow(uint8_t* pick, const uint16_t* values, int n, uint32_t divisor, uint32_t below) {
+  const DU32 d;
+  const int lanes = static_cast<int>(hn::Lanes(d));
+  int bits = 0;
+  while ((1u << bits) < divisor) ++bits;
+  const int shift = 15 + bits;
+  const auto m = hn::Set(d, static_cast<uint32_t>(((uint64_t{1} << shift) + divisor - 1) / divisor));
+  const auto vd = hn::Set(d, divisor), vb = hn::Set(d, below), full = hn::Set(d, 0xFFu);
+  int i = 0;
+  for (; i + lanes <= n; i += lanes) {
+    const auto x = hn::PromoteTo(d, hn::LoadU(D16Of32(), values + i));
+    const auto rest = hn::Sub(x, hn::Mul(hn::ShiftRightSame(hn::Mul(x, m), shift), vd));
+    const auto picked = hn::IfThenElseZero(hn::Lt(rest, vb), full);
+    hn::StoreU(hn::DemoteTo(D8Of32(), hn::BitCast(D32(), picked)), D8Of32(), pick + i);
+  }
+  picks_below_mod_row_c(pick + i, values + i, n - i, divisor, below);
+}
+
 }  // namespace HWY_NAMESPACE
 }  // namespace zv
 HWY_AFTER_NAMESPACE();
@@ -216,6 +284,8 @@ HWY_EXPORT(SelectRow);
 HWY_EXPORT(YuvToBgrRow);
 HWY_EXPORT(BgrToYuvRow);
 HWY_EXPORT(BgrToRgbaRow);
+HWY_EXPORT(LcgDrawsRow);
+HWY_EXPORT(PicksBelowModRow);
 
 void blend_row_simd(uint8_t* out, const uint8_t* a, const uint8_t* b, int n, int k) {
   HWY_DYNAMIC_DISPATCH(BlendRow)(out, a, b, n, k);
@@ -247,6 +317,12 @@ void bgr_to_yuv_row_simd(uint8_t* y0, uint8_t* y1, uint8_t* u, uint8_t* v, const
   HWY_DYNAMIC_DISPATCH(BgrToYuvRow)(y0, y1, u, v, bgr0, bgr1, n);
 }
 void bgr_to_rgba_row_simd(uint8_t* rgba, const uint8_t* bgr, int n) { HWY_DYNAMIC_DISPATCH(BgrToRgbaRow)(rgba, bgr, n); }
+uint32_t lcg_draws_row_simd(uint16_t* values, int n, uint32_t state, uint32_t mul, uint32_t add) {
+  return HWY_DYNAMIC_DISPATCH(LcgDrawsRow)(values, n, state, mul, add);
+}
+void picks_below_mod_row_simd(uint8_t* pick, const uint16_t* values, int n, uint32_t divisor, uint32_t below) {
+  HWY_DYNAMIC_DISPATCH(PicksBelowModRow)(pick, values, n, divisor, below);
+}
 
 }  // namespace
 
@@ -263,7 +339,9 @@ const RowKernels& simd_rows() {
                                   select_row_simd,
                                   yuv_to_bgr_row_simd,
                                   bgr_to_yuv_row_simd,
-                                  bgr_to_rgba_row_simd};
+                                  bgr_to_rgba_row_simd,
+                                  lcg_draws_row_simd,
+                                  picks_below_mod_row_simd};
   return rows;
 }
 

@@ -32,7 +32,7 @@ void expect_rows_agree(const RowCall& call, int width, int shift, const std::str
   for (size_t i = kGuard + shift + width; i < simd.size(); ++i) ASSERT_EQ(simd[i], kGuardByte) << what << ": after";
 }
 
-struct Inputs { std::vector<uint8_t> a, b, pick; std::vector<uint16_t> g; int k, offset; };
+struct Inputs { std::vector<uint8_t> a, b, pick; std::vector<uint16_t> g, draws; int k, offset; uint32_t divisor, below; };
 
 Inputs random_inputs(std::mt19937& gen, int width) {
   Inputs in;
@@ -42,7 +42,10 @@ Inputs random_inputs(std::mt19937& gen, int width) {
     in.b.push_back(static_cast<uint8_t>(gen()));
     in.pick.push_back(gen() % 3 == 0 ? 0 : static_cast<uint8_t>(gen()));
     in.g.push_back(static_cast<uint16_t>(gen() % 257));
+    in.draws.push_back(static_cast<uint16_t>(gen() & 0x7FFF));
   }
+  in.divisor = 1 + gen() % (gen() % 2 ? 501 : 32768);
+  in.below = gen() % (in.divisor + 1);
   in.k = static_cast<int>(gen() % 257);
   in.offset = static_cast<int>(gen() % 511) - 255;
   return in;
@@ -55,7 +58,9 @@ std::vector<std::pair<const char*, RowCall>> row_calls(const Inputs& in, int ske
   const uint8_t* b = in.b.data() + (skew + 1) % 8;
   const uint8_t* pick = in.pick.data() + (skew + 3) % 8;
   const uint16_t* g = in.g.data() + (skew + 5) % 8;
+  const uint16_t* draws = in.draws.data() + (skew + 2) % 8;
   const int k = in.k, offset = in.offset;
+  const uint32_t divisor = in.divisor, below = in.below;
   return {
       {"copy", [=](const zv::RowKernels& r, uint8_t* o, int n) { r.copy(o, a, n); }},
       {"blend", [=](const zv::RowKernels& r, uint8_t* o, int n) { r.blend(o, a, b, n, k); }},
@@ -71,6 +76,10 @@ std::vector<std::pair<const char*, RowCall>> row_calls(const Inputs& in, int ske
       {"offset_wrap",
        [=](const zv::RowKernels& r, uint8_t* o, int n) { r.offset_wrap(o, a, n, static_cast<uint8_t>(offset)); }},
       {"select", [=](const zv::RowKernels& r, uint8_t* o, int n) { r.select(o, a, b, pick, n); }},
+      {"picks_below_mod",
+       [=](const zv::RowKernels& r, uint8_t* o, int n) { r.picks_below_mod(o, draws, n, divisor, below); }},
+      {"picks_below_mod 32768",
+       [=](const zv::RowKernels& r, uint8_t* o, int n) { r.picks_below_mod(o, draws, n, 32768, 16384); }},
   };
 }
 
@@ -109,6 +118,18 @@ TEST(RowKernels, ColourRowsMatchTheCRowsAndStayInsideTheRow) {
   }
 }
 
+// The generator rows give the same draws and final state for any multiplier and increment, and write n values only.
+TEST(RowKernels, GeneratorRowsMatchTheCRows) {
+  std::mt19937 gen(13);
+  for (int n = 0; n <= 300; n += 1 + n / 16) {
+    const uint32_t state = gen(), mul = gen() | 1, add = gen();
+    std::vector<uint16_t> c(n + 8, 0xA5A5), simd(n + 8, 0xA5A5);
+    ASSERT_EQ(zv::c_rows().lcg_draws(c.data(), n, state, mul, add), zv::simd_rows().lcg_draws(simd.data(), n, state, mul, add));
+    ASSERT_EQ(c, simd) << n << " draws";
+    ASSERT_EQ(simd[n], 0xA5A5) << n << " draws";
+  }
+}
+
 TEST(RowKernels, CRowsFollowTheirFormulas) {
   const uint8_t a[4] = {0, 100, 200, 255}, b[4] = {255, 50, 10, 0}, pick[4] = {0, 1, 0, 0xFF};
   const uint16_t g[4] = {0, 64, 256, 128};
@@ -128,6 +149,12 @@ TEST(RowKernels, CRowsFollowTheirFormulas) {
   EXPECT_EQ(std::vector<uint8_t>(out, out + 4), (std::vector<uint8_t>{100, 200, 44, 99}));
   rows.select(out, a, b, pick, 4);
   EXPECT_EQ(std::vector<uint8_t>(out, out + 4), (std::vector<uint8_t>{0, 50, 200, 0}));
+  // The generator from state 1, and which of its values leave less than 3 when divided by 7 (6, 1, 6, 5).
+  uint16_t drawn[4];
+  EXPECT_EQ(rows.lcg_draws(drawn, 4, 1, 214013, 2531011), 3884216597u);
+  EXPECT_EQ(std::vector<uint16_t>(drawn, drawn + 4), (std::vector<uint16_t>{41, 18467, 6334, 26500}));
+  rows.picks_below_mod(out, drawn, 4, 7, 3);
+  EXPECT_EQ(std::vector<uint8_t>(out, out + 4), (std::vector<uint8_t>{0, 0xFF, 0, 0}));
   // Video black and white to B, G, R (white lands on 254: the rounding bias), and (100, 50, 10) to Y, U, V.
   const uint8_t luma[2] = {16, 235}, cu[1] = {128}, cv[1] = {128}, colour[6] = {10, 50, 100, 10, 50, 100};
   uint8_t bgr[6], y0[2], y1[2], u, v;
