@@ -73,6 +73,24 @@ class FrameArena {
   std::vector<std::unique_ptr<Image>> frames_;
 };
 
+// Frames for one use (A's, B's or the outputs): the free ones, and new ones
+// from the arena up to `limit`. Used with the pipeline's lock held.
+struct FramePool {
+  int limit = 0;
+  int made = 0;
+  std::vector<Image*> free;
+  bool can_take() const { return !free.empty() || made < limit; }
+  Image* take(FrameArena& arena) {
+    if (free.empty()) {
+      ++made;
+      return arena.make();
+    }
+    Image* frame = free.back();
+    free.pop_back();
+    return frame;
+  }
+};
+
 // Each thread sleeps on a condition of its own and is woken only when what it
 // waits for may have come: a wake-up that finds nothing to do costs a context
 // switch, which is dear in a virtual machine.
@@ -83,11 +101,9 @@ class Pipeline {
       : plan_(plan), a_(a), b_(b), sinks_(sinks), progress_(progress),
         n_(plan.transition_frames()), total_(plan.total_frames()),
         workers_(std::max(1, std::min(plan.threads, total_))),
-        // A worker holds an A, a B and an output frame while it draws; each
-        // reader may be one frame ahead of the workers, and the writer holds
-        // one output frame.
-        input_limit_(workers_ + 1), output_limit_(workers_ + 1),
-        frames_(plan.size, 2 * input_limit_ + output_limit_) {}
+        frames_(plan.size, 3 * (workers_ + 1)) {
+    clip_a_.frames.limit = clip_b_.frames.limit = outputs_.limit = workers_ + 1;
+  }
 
   void run() {
     std::vector<std::thread> threads;
@@ -105,11 +121,10 @@ class Pipeline {
     const Image* shown = nullptr;
     Image *a = nullptr, *b = nullptr, *out = nullptr;
   };
-  // One clip's frames: free ones, read ones in order, and the reader's wake-up.
+  // One clip's frames, those read in order, and the reader's wake-up.
   struct Clip {
-    std::vector<Image*> free;
+    FramePool frames;
     std::deque<Image*> ready;
-    int made = 0;
     std::condition_variable space;
   };
 
@@ -145,15 +160,9 @@ class Pipeline {
       Image* frame;
       {
         std::unique_lock<std::mutex> lock(mutex_);
-        clip.space.wait(lock, [&] { return stop_ || !clip.free.empty() || clip.made < input_limit_; });
+        clip.space.wait(lock, [&] { return stop_ || clip.frames.can_take(); });
         if (stop_) return;
-        if (clip.free.empty()) {
-          frame = frames_.make();
-          ++clip.made;
-        } else {
-          frame = clip.free.back();
-          clip.free.pop_back();
-        }
+        frame = clip.frames.take(frames_);
       }
       source.frame_at(start + (j - plan_.lead_frames) / plan_.fps, *frame);
       {
@@ -173,13 +182,13 @@ class Pipeline {
     if (j >= total_) return false;
     if (needs_a(j) && clip_a_.ready.empty()) return false;
     if (needs_b(j) && clip_b_.ready.empty()) return false;
-    return !(needs_a(j) && needs_b(j)) || !free_out_.empty() || made_out_ < output_limit_;
+    return !(needs_a(j) && needs_b(j)) || outputs_.can_take();
   }
 
   // A frame back to its clip's free frames, waking that clip's reader.
   // Called with the lock held.
   void give_back(Clip& clip, Image* frame) {
-    clip.free.push_back(frame);
+    clip.frames.free.push_back(frame);
     clip.space.notify_one();
   }
 
@@ -199,15 +208,7 @@ class Pipeline {
         j = next_job_++;
         if (needs_a(j)) done.a = clip_a_.ready.front(), clip_a_.ready.pop_front();
         if (needs_b(j)) done.b = clip_b_.ready.front(), clip_b_.ready.pop_front();
-        if (done.a && done.b) {
-          if (free_out_.empty()) {
-            done.out = frames_.make();
-            ++made_out_;
-          } else {
-            done.out = free_out_.back();
-            free_out_.pop_back();
-          }
-        }
+        if (done.a && done.b) done.out = outputs_.take(frames_);
         // The next frame may be ready too, for another worker.
         if (next_job_ready()) job_ready_.notify_one();
       }
@@ -266,7 +267,7 @@ class Pipeline {
         std::lock_guard<std::mutex> lock(mutex_);
         if (done.a) give_back(clip_a_, done.a);
         if (done.b) give_back(clip_b_, done.b);
-        if (done.out) free_out_.push_back(done.out);
+        if (done.out) outputs_.free.push_back(done.out);
         if (next_job_ready()) job_ready_.notify_one();
       }
       if (progress_) progress_(j + 1);
@@ -278,13 +279,13 @@ class Pipeline {
   const std::vector<FrameSink*>& sinks_;
   const std::function<void(int)>& progress_;
   const int n_, total_, workers_;
-  const int input_limit_, output_limit_;  // frames each reader, and the workers, may make
 
   std::mutex mutex_;
+  // A worker holds an A, a B and an output frame while it draws; each reader
+  // may be one frame ahead of the workers, and the writer holds one output.
   FrameArena frames_;
   Clip clip_a_, clip_b_;
-  std::vector<Image*> free_out_;
-  int made_out_ = 0;
+  FramePool outputs_;
   std::condition_variable job_ready_, frame_done_;
   std::map<int, Done> finished_;
   int next_job_ = 0;
