@@ -34,9 +34,10 @@ void select_row_in_chunks(const RowKernels& rows, uint8_t* out, const uint8_t* f
 template <typename PickSecond>
 void select_row_by_draws(const RowKernels& rows, uint8_t* out, const uint8_t* first, const uint8_t* second, int n,
                          PickSecond pick_second) {
-  select_row_in_chunks(rows, out, first, second, n, [&](uint8_t* __restrict pick, const uint16_t* draws, int x, int len) {
+  const auto make_picks = [&](uint8_t* __restrict pick, const uint16_t* draws, int x, int len) {
     for (int i = 0; i < len; ++i) pick[i] = pick_second(draws[i], x + i) ? 0xFF : 0;
-  });
+  };
+  select_row_in_chunks(rows, out, first, second, n, make_picks);
 }
 
 // out[i] = draw % divisor < below ? second[i] : first[i], the test a row too.

@@ -17,7 +17,9 @@ int rand() {
   return value;
 }
 
-void rand_fill(const RowKernels& rows, uint16_t* values, int n) { t_state = rows.lcg_draws(values, n, t_state, kMul, kAdd); }
+void rand_fill(const RowKernels& rows, uint16_t* values, int n) {
+  t_state = rows.lcg_draws(values, n, t_state, kMul, kAdd);
+}
 
 void set_random_state(uint32_t state) { t_state = state; }
 

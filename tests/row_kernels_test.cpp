@@ -32,7 +32,12 @@ void expect_rows_agree(const RowCall& call, int width, int shift, const std::str
   for (size_t i = kGuard + shift + width; i < simd.size(); ++i) ASSERT_EQ(simd[i], kGuardByte) << what << ": after";
 }
 
-struct Inputs { std::vector<uint8_t> a, b, pick; std::vector<uint16_t> g, draws; int k, offset; uint32_t divisor, below; };
+struct Inputs {
+  std::vector<uint8_t> a, b, pick;
+  std::vector<uint16_t> g, draws;
+  int k, offset;
+  uint32_t divisor, below;
+};
 
 Inputs random_inputs(std::mt19937& gen, int width) {
   Inputs in;
@@ -124,7 +129,8 @@ TEST(RowKernels, GeneratorRowsMatchTheCRows) {
   for (int n = 0; n <= 300; n += 1 + n / 16) {
     const uint32_t state = gen(), mul = gen() | 1, add = gen();
     std::vector<uint16_t> c(n + 8, 0xA5A5), simd(n + 8, 0xA5A5);
-    ASSERT_EQ(zv::c_rows().lcg_draws(c.data(), n, state, mul, add), zv::simd_rows().lcg_draws(simd.data(), n, state, mul, add));
+    ASSERT_EQ(zv::c_rows().lcg_draws(c.data(), n, state, mul, add),
+              zv::simd_rows().lcg_draws(simd.data(), n, state, mul, add));
     ASSERT_EQ(c, simd) << n << " draws";
     ASSERT_EQ(simd[n], 0xA5A5) << n << " draws";
   }
