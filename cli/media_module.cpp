@@ -13,7 +13,7 @@
 namespace zvcli {
 namespace {
 
-// The folder the program runs from, where the module lies.
+// The folder the program runs from; the module lies at a path relative to it.
 std::string program_folder() {
   std::string path(4096, '\0');
   const ssize_t length = readlink("/proc/self/exe", path.data(), path.size() - 1);
@@ -24,7 +24,7 @@ std::string program_folder() {
 }
 
 const MediaModule* load_module() {
-  const std::string path = program_folder() + "/zvtran-media.so";
+  const std::string path = program_folder() + "/" ZV_MEDIA_MODULE_DIR "/zvtran-media.so";
   void* handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (!handle) throw RunError(std::string("cannot load FFmpeg's part of zvtran: ") + dlerror());
   auto entry = reinterpret_cast<const MediaModule* (*)()>(dlsym(handle, "zvtran_media_module"));
