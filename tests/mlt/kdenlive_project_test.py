@@ -1,13 +1,18 @@
 #!/usr/bin/env python3
-"""A Kdenlive project with one of the module's compositions between two clips,
-rendered as Kdenlive's render job renders it: the project as Kdenlive 22.12
-saves it, with a consumer added, run through `melt -progress`. The middle frame
-of the composition must be what `zvtran apply` draws, and the clips around it
-must show through unchanged.
+"""Kdenlive's side of the module: its descriptors, and a project with one of the
+compositions between two clips rendered as Kdenlive's render job renders it.
 
-usage: kdenlive_project_test.py WORKDIR ZVTRAN [MODULE YAML_DIR MLT_MODULE_DIR MLT_DATA_DIR]
+Every descriptor must name a service melt lists. The project is written as
+Kdenlive 22.12 saves one, with the style its descriptor lists under a name; the
+render job adds a consumer to it and runs `melt -progress` on it. The middle
+frame of the composition must be what `zvtran apply` draws with that style
+(its index in the catalogue), and the clips around it must show through
+unchanged.
+
+usage: kdenlive_project_test.py WORKDIR ZVTRAN DESCRIPTORS [MODULE YAML_DIR MLT_MODULE_DIR MLT_DATA_DIR]
 
 Without the last four, melt uses MLT and the module as installed."""
+import json
 import os
 import shutil
 import sys
@@ -15,10 +20,11 @@ import xml.etree.ElementTree as ET
 
 from melt_support import FPS, TOLERANCE, check_frame, decode, make_clips, melt_env, run, zvtran_apply
 
+
 SIZE = (160, 120)
 CLIP = 50           # frames of each clip: A on V1 from frame 0, B on V2 from frame START
 START, N = 25, 25   # the composition spans the overlap: frames START to START + N - 1
-SERVICE, OP, STYLE = "zv_fade", 14, 4  # Fade, "Left to Right": Kdenlive saves the index of the listed style
+SERVICE, STYLE_NAME = "zv_fade", "Left to Right"
 
 
 def clock(frames):
@@ -35,7 +41,23 @@ def element(parent, tag, properties=(), **attributes):
     return node
 
 
-def project(work, clips):
+def listed_style(descriptors, env):
+    """Checks that every descriptor names a service melt lists; the value the
+    Fade descriptor's style list stores for STYLE_NAME, as Kdenlive saves it."""
+    listed = run(["melt", "-query", "transitions"], env=env).stdout
+    names = sorted(f for f in os.listdir(descriptors) if f.startswith("zv_"))
+    tags = [ET.parse(os.path.join(descriptors, f)).getroot().get("tag") for f in names]
+    missing = [tag for tag in tags if f"  - {tag}\n" not in listed]
+    if len(tags) != 66 or missing:
+        sys.exit(f"{len(tags)} descriptors; services melt does not list: {missing}")
+    style = ET.parse(os.path.join(descriptors, SERVICE + ".xml")).find("parameter[@name='style']")
+    values, shown = style.get("paramlist").split(";"), style.find("paramlistdisplay").text.split(",")
+    if len(values) != 8 or len(shown) != 8 or STYLE_NAME not in shown:
+        sys.exit(f"{SERVICE}'s style list: {values} shown as {shown}")
+    return values[shown.index(STYLE_NAME)]
+
+
+def project(work, clips, style):
     """The project as Kdenlive 22.12 saves one: the bin, a track per clip (two
     playlists in a tractor each), and the timeline's tractor holding the
     composition and Kdenlive's own compositing and audio services."""
@@ -79,7 +101,7 @@ def project(work, clips):
     for producer in ("black_track", "tractor0", "tractor1"):
         element(timeline, "track", producer=producer)
     element(timeline, "transition", [("a_track", 1), ("b_track", 2), ("mlt_service", SERVICE),
-                                     ("kdenlive_id", SERVICE), ("style", STYLE)],
+                                     ("kdenlive_id", SERVICE), ("style", style)],
             id="transition0", **{"in": clock(START), "out": clock(START + N - 1)})
     for track in (1, 2):
         element(timeline, "transition", [("a_track", 0), ("b_track", track), ("compositing", 0), ("distort", 0),
@@ -109,12 +131,12 @@ def write(mlt, path):
 
 
 def main():
-    work, zvtran = sys.argv[1:3]
+    work, zvtran, descriptors = sys.argv[1:4]
     shutil.rmtree(work, ignore_errors=True)
     os.makedirs(work)
-    env = melt_env(work, *sys.argv[3:7]) if len(sys.argv) == 7 else None
+    env = melt_env(work, *sys.argv[4:8]) if len(sys.argv) == 8 else None
     clips = make_clips(work, SIZE, CLIP / FPS)
-    saved = project(work, clips)
+    saved = project(work, clips, listed_style(descriptors, env))
     write(saved, os.path.join(work, "project.kdenlive"))
 
     last = START + CLIP - 1
@@ -126,8 +148,10 @@ def main():
     if len(frames) != last + 1:
         sys.exit(f"the render has {len(frames)} frames, not {last + 1}")
     middle = N // 2
-    want = zvtran_apply(zvtran, work, OP, STYLE, a[START + middle], b[middle], SIZE, middle / (N - 1))
-    check_frame(f"{SERVICE} style {STYLE}: middle frame vs zvtran apply", frames[START + middle], want, SIZE)
+    fade = next(t for t in json.loads(run([zvtran, "catalogue", "--json"]).stdout) if t["name"] == "Fade")
+    style = fade["styles"].index(STYLE_NAME)
+    want = zvtran_apply(zvtran, work, fade["id"], style, a[START + middle], b[middle], SIZE, middle / (N - 1))
+    check_frame(f"{SERVICE} '{STYLE_NAME}': middle frame vs zvtran apply", frames[START + middle], want, SIZE)
     check_frame("before the composition: A", frames[START // 2], a[START // 2], SIZE, TOLERANCE)
     check_frame("after the composition: B", frames[START + N + 5], b[N + 5], SIZE, TOLERANCE)
 
