@@ -41,10 +41,11 @@ bool write_kdenlive_descriptor(std::ostream& out, const TransitionInfo& t) {
         << "        <name>" << escaped(parameter_title(t, 0)) << "</name>\n"
         << "    </parameter>\n";
   }
-  // param1 is an int32 and param2 a double; what a value means is up to each transition.
+  // param1 is an int32 and param2 a double; what a value means is up to each transition (counts and percentages
+  // clamped by the transition, or packed pairs). Kdenlive's number widget needs the span of the range to fit an int.
   for (size_t p = 1; p <= 2 && p < t.labels.size(); ++p) {
-    out << "    <parameter type=\"constant\" name=\"param" << p
-        << "\" default=\"0\" min=\"-2147483648\" max=\"2147483647\"" << (p == 2 ? " decimals=\"3\"" : "") << ">\n"
+    out << "    <parameter type=\"constant\" name=\"param" << p << "\" default=\"0\" min=\"0\" max=\"2147483647\""
+        << (p == 2 ? " decimals=\"3\"" : "") << ">\n"
         << "        <name>" << escaped(parameter_title(t, p)) << "</name>\n"
         << "    </parameter>\n";
   }

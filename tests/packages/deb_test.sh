@@ -39,15 +39,15 @@ fi
 echo "packages: lintian reports no error and no warning"
 
 # Whatever happens from here, the machine ends as it was: our packages removed
-# (as a user removes them), and what apt-get pulled in with them purged.
-restore() {
-  [ -z "$(listing "${names[@]}")" ] || apt_get remove "${names[@]}"
-  local pulled
-  pulled=$(comm -13 <(cut -d' ' -f1 "$work/before") <(listing | cut -d' ' -f1) | cut -d: -f1)
+# (as a user removes them), then whatever is left that it did not have purged.
+remove_ours() { [ -z "$(listing "${names[@]}")" ] || apt_get remove "${names[@]}"; }
+purge_new() {
+  local new
+  new=$(comm -13 <(cut -d' ' -f1 "$work/before") <(listing | cut -d' ' -f1) | cut -d: -f1)
   # shellcheck disable=SC2086
-  [ -z "$pulled" ] || apt_get purge $pulled
+  [ -z "$new" ] || apt_get purge $new
 }
-trap 'restore; rm -rf "$work"' EXIT
+trap 'remove_ours; purge_new; rm -rf "$work"' EXIT
 apt_get install "${debs[@]}"
 
 # The checks run with no environment variables but a path and a home.
@@ -72,15 +72,17 @@ page_text="video transitions between two clips"
 if excluded=$(grep -rs '^path-exclude=/usr/share/man' /etc/dpkg/dpkg.cfg.d/); then
   echo "packages: man zvtran NOT checked: dpkg leaves manual pages out here ($excluded); checking the packaged page"
   dpkg-deb --fsys-tarfile "$work"/zvtran_*.deb | tar -xO ./usr/share/man/man1/zvtran.1.gz > "$work/zvtran.1.gz"
-  "${clean[@]}" man -l "$work/zvtran.1.gz" | grep -q "$page_text" || fail "the packaged manual page does not read"
+  page=$("${clean[@]}" man -l "$work/zvtran.1.gz")
+  grep -q "$page_text" <<<"$page" || fail "the packaged manual page does not read: $page"
 else
-  "${clean[@]}" man -P cat zvtran | grep -q "$page_text" || fail "man zvtran does not show zvtran's page"
+  page=$("${clean[@]}" man -P cat zvtran)
+  grep -q "$page_text" <<<"$page" || fail "man zvtran does not show zvtran's page: $page"
   echo "packages: man zvtran shows the page"
 fi
 
-trap 'rm -rf "$work"' EXIT
-restore
-[ -z "$(listing "${names[@]}")" ] || fail "still installed after apt-get remove: $(listing "${names[@]}")"
+trap 'purge_new; rm -rf "$work"' EXIT
+remove_ours
+[ -z "$(listing "${names[@]}")" ] || fail "still known to dpkg after apt-get remove: $(listing "${names[@]}")"
 for deb in "${debs[@]}"; do
   while read -r path; do
     path=${path#.}
@@ -89,5 +91,6 @@ for deb in "${debs[@]}"; do
     if [ -d "$path" ] && ! dpkg-query -S "${path%/}" >/dev/null 2>&1; then fail "left behind: folder $path"; fi
   done < <(dpkg-deb --fsys-tarfile "$deb" | tar -t)
 done
+purge_new
 diff "$work/before" <(listing) || fail "the machine's packages differ from before (above)"
 echo "packages: removed; nothing of them is left, and the machine has the packages it had"
