@@ -56,7 +56,7 @@ mkdir "$work/home"
 count=$("${clean[@]}" melt -query transitions | grep -c '^  - zv_' || true)
 [ "$count" -eq 66 ] || fail "melt -query transitions lists $count zv_ services, not 66"
 echo "packages: melt lists the 66 services"
-"${clean[@]}" python3 tests/mlt/kdenlive_project_test.py "$work/kdenlive" /usr/bin/zvtran /usr/share/kdenlive/transitions
+"${clean[@]}" python3 tests/mlt/kdenlive_project_test.py "$work/kdenlive" zvtran /usr/share/kdenlive/transitions
 "${clean[@]}" bash tests/install/consumers.sh "$work/consumers" c++
 
 version=$(dpkg-deb -f "$work"/zvtran_*.deb Version)
