@@ -249,13 +249,16 @@ void CShatterRenderer::DrawShatter(CNewDib& dibA, CNewDib&, double p) {
         s.cy = (s.y[0] + s.y[1] + s.y[2]) / 3;
         const double rc = std::sqrt(s.cx * s.cx + s.cy * s.cy);
         const double nx = rc < 1e-6 ? 0.0 : s.cx / rc, ny = rc < 1e-6 ? 1.0 : s.cy / rc;
-        // The cracks run outward from the centre.
-        const double tau = std::max(0.0, p - 0.3 * rc / diagonal);
-        s.dx = 1.5 * speed * x0 * tau * nx;
-        s.dy = 1.5 * speed * x0 * tau * ny;
-        s.dz = 0.8 * lift * d0 * tau;
+        // The cracks run outward from the centre. The shards drift and lift slowly (0.1 X0 and 0.1 d0 per unit of
+        // tau) and stay nearly opaque until late in their fade (tau / 0.515 to the eighth power): drifting 0.5 X0,
+        // lifting 0.4 d0 and fading as (tau / 0.5)², they had all gone by three quarters of the way. The corner
+        // shards, delayed by less than 0.485, are the last to fade, just before the end.
+        const double tau = std::max(0.0, p - 0.5 * rc / diagonal);
+        s.dx = 0.1 * speed * x0 * tau * nx;
+        s.dy = 0.1 * speed * x0 * tau * ny;
+        s.dz = 0.1 * lift * d0 * tau;
         s.angle = rate * tau;
-        s.alpha = std::clamp(1 - (tau / 0.7) * (tau / 0.7), 0.0, 1.0);
+        s.alpha = std::clamp(1 - std::pow(tau / 0.515, 8), 0.0, 1.0);
         shards.push_back(s);
       }
     }

@@ -67,14 +67,20 @@ void CZStretchRenderer::DrawZStretch(CNewDib& dibA, CNewDib&, double p) {
   const SceneGeometry g = SceneGeometryFor(dibA);
   BeginFrameSpace(g);
   constexpr int kStrips = 16;
-  const double w = 2 * g.x0 / kStrips, p4 = p * p * p * p;
-  texture.UploadDibToTexture(dibA);
-  // The strips are parallel, so farthest first (the right-hand ones) is exact.
-  for (int i = kStrips - 1; i >= 0; --i) {
-    glPushMatrix();
-    glTranslated(0, 0, -105 * p4 * (1 + i / 15.0));
-    DrawFrameRect(g, -g.x0 + i * w, -g.y0, -g.x0 + (i + 1) * w, g.y0);
-    glPopMatrix();
+  const double w = 2 * g.x0 / kStrips;
+  if (p < 1) {  // at the end only `b` is left
+    texture.UploadDibToTexture(dibA);
+    // The nearest strip shows at 1 - p of its size, each further one deeper.
+    const double nearest = ShrinkDepth(g, p);
+    // The strips are parallel, so farthest first (the right-hand ones) is exact.
+    for (int i = kStrips - 1; i >= 0; --i) {
+      const double z = nearest * (1 + i / 15.0);
+      if (g.d0() - z > kFarPlane) continue;
+      glPushMatrix();
+      glTranslated(0, 0, z);
+      DrawFrameRect(g, -g.x0 + i * w, -g.y0, -g.x0 + (i + 1) * w, g.y0);
+      glPopMatrix();
+    }
   }
   glFlush();
 }
@@ -83,13 +89,15 @@ void CImageSpiralRenderer::DrawImageSpiral(CNewDib& dibA, CNewDib&, double p) {
   BeginDraw();
   const SceneGeometry g = SceneGeometryFor(dibA);
   BeginFrameSpace(g);
-  const double radius = 0.5 * g.x0 * std::sin(times_pi(p));
-  const double orbit = times_pi(4 * p);  // two orbits
-  const double p4 = p * p * p * p;
-  texture.UploadDibToTexture(dibA);
-  glTranslated(radius * std::cos(orbit), radius * std::sin(orbit), -110 * p4);
-  glRotated(720 * p, 0, 0, 1);  // two spins, anticlockwise as seen
-  DrawFrameRect(g, -g.x0, -g.y0, g.x0, g.y0);
+  if (p < 1) {  // at the end only `b` is left
+    const double radius = 0.5 * g.x0 * std::sin(times_pi(p));
+    const double orbit = times_pi(4 * p);  // two orbits
+    texture.UploadDibToTexture(dibA);
+    // The picture shrinks evenly with time while it orbits.
+    glTranslated(radius * std::cos(orbit), radius * std::sin(orbit), ShrinkDepth(g, p));
+    glRotated(720 * p, 0, 0, 1);  // two spins, anticlockwise as seen
+    DrawFrameRect(g, -g.x0, -g.y0, g.x0, g.y0);
+  }
   glFlush();
 }
 

@@ -147,18 +147,18 @@ void CFoldingBoxRenderer::DrawFoldingBox(CNewDib& dibA, CNewDib&, double p) {
   constexpr double kBackGrey = 0.6;  // a side seen from behind
   const double x0 = g.x0, y0 = g.y0;
   texture.UploadDibToTexture(dibA);
-  if (p < 0.3) {
+  if (p < 0.2) {
     // The right half folds over onto the left half.
-    const double q = p / 0.3;
+    const double q = p / 0.2;
     DrawFrameRect(g, -x0, -y0, 0, y0);
     const double c = std::cos(times_pi(q)) >= 0 ? 1.0 : kBackGrey;
     glColor4d(c, c, c, 1);
     glRotated(-180 * q, 0, 1, 0);  // its free edge comes toward the camera and over to the left
     DrawFrameRect(g, 0, -y0, x0, y0);
-  } else if (p < 0.6) {
+  } else if (p < 0.4) {
     // The bottom of the folded sheet folds up onto its top; the visible layer
     // is the back of the right half, `a` mirrored.
-    const double q = (p - 0.3) / 0.3;
+    const double q = (p - 0.2) / 0.2;
     glColor4d(kBackGrey, kBackGrey, kBackGrey, 1);
     draw_mapped_rect(g, -x0, 0, 0, y0, -1, 1);
     glRotated(-180 * q, 1, 0, 0);  // its lower edge comes toward the camera and up
@@ -168,11 +168,12 @@ void CFoldingBoxRenderer::DrawFoldingBox(CNewDib& dibA, CNewDib&, double p) {
       // The underside: `a`'s own bottom-left quarter seen from behind.
       draw_mapped_rect(g, -x0, -y0, 0, 0, 1, 1);
     }
-  } else {
-    // The quarter-size packet turns once about its centre while flying into the distance.
-    const double q = (p - 0.6) / 0.4;
+  } else if (p < 1) {  // at the end only `b` is left
+    // The quarter-size packet turns once about its centre while flying into
+    // the distance, shrinking evenly with time.
+    const double q = (p - 0.4) / 0.6;
     glColor4d(kBackGrey, kBackGrey, kBackGrey, 1);
-    glTranslated(-x0 / 2 * (1 - q), y0 / 2 * (1 - q), -110 * q * q);
+    glTranslated(-x0 / 2 * (1 - q), y0 / 2 * (1 - q), ShrinkDepth(g, q));
     glRotated(360 * q, 0, 0, 1);
     glTranslated(x0 / 2, -y0 / 2, 0);
     draw_mapped_rect(g, -x0, 0, 0, y0, 1, -1);

@@ -172,7 +172,7 @@ void CGlRenderer::SetupOffscreenGL(int width, int height, int unused) {
   glViewport(0, 0, width, height);
   glMatrixMode(GL_PROJECTION);
   glLoadIdentity();
-  gluPerspective(45.0, static_cast<double>(width) / static_cast<double>(height), kNearPlane, 100.0);
+  gluPerspective(45.0, static_cast<double>(width) / static_cast<double>(height), kNearPlane, kFarPlane);
   glMatrixMode(GL_MODELVIEW);
   glLoadIdentity();
   texture.CreateFrameTexture(width, height, unused);

@@ -88,6 +88,8 @@ int TextureSizeFor(int n);
 // The z translation at which a full-frame quad fills the view, for texture
 // side `s` and frame size `w` x `h`.
 double CameraDistanceFor(int s, int w, int h);
+// The far clipping distance of the perspective: nothing further from the camera shows.
+constexpr double kFarPlane = 100.0;
 
 // What the effects derive from a frame bitmap of w x h: the texture side s,
 // the camera distance d, r = h / w, and the fractions of the texture the

@@ -41,6 +41,8 @@ void DrawFrameRect(const SceneGeometry& g, double x0, double y0, double x1, doub
   glEnd();
 }
 
+double ShrinkDepth(const SceneGeometry& g, double q) { return -g.d0() * q / (1 - q); }
+
 void SetupPlain(CGlRenderer& renderer) { renderer.BeginFrameRender(); }
 
 void SetupCulled(CGlRenderer& renderer) {

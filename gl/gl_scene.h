@@ -29,6 +29,10 @@ void BeginFrameSpace(const SceneGeometry& g);
 // the camera, each corner showing its own place in the picture.
 void DrawFrameRect(const SceneGeometry& g, double x0, double y0, double x1, double y1);
 
+// The depth (below 0) at which the frame plane shows at 1 - q of its size,
+// for 0 <= q < 1: a picture sent back by it shrinks evenly as q grows.
+double ShrinkDepth(const SceneGeometry& g, double q);
+
 // One-time set-ups: the renderer's start state, and that with back faces culled.
 void SetupPlain(CGlRenderer& renderer);
 void SetupCulled(CGlRenderer& renderer);

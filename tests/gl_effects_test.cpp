@@ -156,10 +156,10 @@ TEST(GlGolden, DriveOff) { check_golden(kDriveOff, "drive_off_64x48.yuv"); }
 struct DesignedGl { int id; int styles; double golden[2]; const char* name; };
 const DesignedGl kDesignedGl[] = {
     {42, 0, {0.3, 0.6}, "rotary_cube"},  {43, 0, {0.3, 0.6}, "flag"},         {45, 0, {0.3, 0.6}, "cross_zoom"},
-    {47, 3, {0.15, 0.3}, "projection"},  {48, 2, {0.3, 0.6}, "fold"},         {50, 0, {0.15, 0.3}, "z_stretch"},
-    {51, 0, {0.3, 0.6}, "window_grid"},  {52, 0, {0.2, 0.45}, "folding_box"}, {55, 0, {0.15, 0.3}, "image_spiral"},
+    {47, 3, {0.3, 0.6}, "projection"},   {48, 2, {0.3, 0.6}, "fold"},         {50, 0, {0.3, 0.6}, "z_stretch"},
+    {51, 0, {0.3, 0.6}, "window_grid"},  {52, 0, {0.3, 0.6}, "folding_box"},  {55, 0, {0.3, 0.6}, "image_spiral"},
     {58, 4, {0.3, 0.7}, "flip"},         {60, 6, {0.4, 0.8}, "bubbles"},      {61, 0, {0.3, 0.6}, "distort"},
-    {62, 0, {0.3, 0.6}, "patch"},        {64, 0, {0.1, 0.2}, "shatter"},
+    {62, 0, {0.3, 0.6}, "patch"},        {64, 0, {0.3, 0.6}, "shatter"},
 };
 
 void PrintTo(const DesignedGl& e, std::ostream* os) { *os << e.name << " (" << e.id << ")"; }
@@ -266,19 +266,23 @@ const Placed kPlaced[] = {
     {43, 0, 0.5, 0.1, 0.5, 'b'}, {43, 0, 0.5, 0.75, 0.5, 'A'},
     // Cross Zoom: `a` magnified before the cut, `b` after it.
     {45, 0, 0.25, 0.5, 0.5, 'a'}, {45, 0, 0.49, 0.5, 0.5, 'a'}, {45, 0, 0.5, 0.5, 0.5, 'b'},
-    // 3D Projection: `b` opens in the middle, the pieces still at the sides.
+    // 3D Projection: `b` opens in the middle, the pieces still at the sides; half-way their inner edges have swung
+    // back, so that `b` shows above a piece near its inner edge.
     {47, 0, 0.2, 0.5, 0.5, 'b'}, {47, 0, 0.2, 0.05, 0.5, 'a'}, {47, 1, 0.2, 0.5, 0.5, 'b'}, {47, 1, 0.2, 0.5, 0.05, 'a'},
-    {47, 2, 0.2, 0.5, 0.5, 'b'}, {47, 2, 0.2, 0.8, 0.2, 'a'},
+    {47, 2, 0.2, 0.5, 0.5, 'b'}, {47, 2, 0.2, 0.8, 0.2, 'a'}, {47, 0, 0.5, 0.3, 0.5, 'a'}, {47, 0, 0.5, 0.3, 0.03, 'b'},
+    {47, 0, 0.5, 0.4, 0.5, 'b'},
     // 3D Fold: `b` uncovered at the right; "Unfold" covers `a` from the left.
     {48, 0, 0.5, 0.9, 0.5, 'b'}, {48, 0, 0.5, 0.05, 0.5, 'A'}, {48, 1, 0.5, 0.9, 0.5, 'a'}, {48, 1, 0.5, 0.05, 0.5, 'B'},
-    // 3D Z-Stretch half-way: the strips have shrunk toward the centre.
-    {50, 0, 0.5, 0.05, 0.05, 'b'}, {50, 0, 0.5, 0.95, 0.95, 'b'},
+    // 3D Z-Stretch half-way: the strips have shrunk toward the centre, the nearest (the left one) to half its size.
+    {50, 0, 0.5, 0.05, 0.05, 'b'}, {50, 0, 0.5, 0.95, 0.95, 'b'}, {50, 0, 0.5, 0.27, 0.5, 'a'},
     // 3D Window Grid: early panes turned to `b`, late ones still `a`.
     {51, 0, 0.25, 15.0 / 16, 11.0 / 12, 'a'}, {51, 0, 0.5, 1.0 / 16, 1.0 / 12, 'b'}, {51, 0, 0.5, 15.0 / 16, 11.0 / 12, 'a'},
-    // 3D Folding Box: the right half edge-on, then the bottom-left quarter uncovered.
-    {52, 0, 0.15, 0.25, 0.5, 'a'}, {52, 0, 0.15, 0.9, 0.5, 'b'}, {52, 0, 0.45, 0.25, 0.8, 'b'}, {52, 0, 0.45, 0.75, 0.5, 'b'},
-    // Image Spiral half-way: a small picture, `b` all round.
-    {55, 0, 0.5, 0.05, 0.5, 'b'}, {55, 0, 0.5, 0.5, 0.05, 'b'},
+    // 3D Folding Box: the right half edge-on, then the bottom-left quarter uncovered, then the packet at half its
+    // size, its centre an eighth of the way up and to the left of the screen's.
+    {52, 0, 0.1, 0.25, 0.5, 'a'}, {52, 0, 0.1, 0.9, 0.5, 'b'}, {52, 0, 0.3, 0.25, 0.8, 'b'},
+    {52, 0, 0.3, 0.75, 0.5, 'b'}, {52, 0, 0.7, 0.44, 0.44, 'A'}, {52, 0, 0.7, 0.1, 0.1, 'b'},
+    // Image Spiral half-way: the picture upright at half its size, a quarter of the width right of the centre.
+    {55, 0, 0.5, 0.05, 0.5, 'b'}, {55, 0, 0.5, 0.5, 0.05, 'b'}, {55, 0, 0.5, 0.8, 0.5, 'a'},
     // 3D Flip: `a` turning, edge-on (black), `b` turning back.
     {58, 0, 0.25, 0.5, 0.5, 'a'}, {58, 0, 0.5, 0.5, 0.5, 'k'}, {58, 0, 0.75, 0.5, 0.5, 'b'},
     {58, 2, 0.25, 0.5, 0.5, 'a'}, {58, 3, 0.5, 0.5, 0.5, 'k'}, {58, 3, 0.75, 0.5, 0.5, 'b'},
@@ -288,8 +292,8 @@ const Placed kPlaced[] = {
     {61, 0, 0.5, 0.5, 0.5, 'm'},
     // Patch: tile 21 (column 5, row 2) lands first, at 0.2; tile 13 (column 5, row 1) last.
     {62, 0, 0.2, 11.0 / 16, 5.0 / 12, 'b'}, {62, 0, 0.2, 11.0 / 16, 3.0 / 12, 'a'},
-    // 3D Shatter: the shards round the centre have gone, the corners not yet.
-    {64, 0, 0.3, 0.5, 0.5, 'b'}, {64, 0, 0.3, 0.02, 0.03, 'a'},
+    // 3D Shatter: the corner shards barely stirred half-way; the shards round the centre gone a little later.
+    {64, 0, 0.5, 0.02, 0.03, 'a'}, {64, 0, 0.6, 0.5, 0.5, 'b'},
 };
 
 TEST(DesignedGlPictures, EachPictureShowsWhereDesigned) {

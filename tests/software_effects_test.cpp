@@ -74,8 +74,8 @@ const std::vector<Case> kCases = {
     {"SwingOut1Quarter", kSwing, 2, 0.25, 0, false,
      {at(0, 54, 5, 'b'), {0, 55, 5, 'a', 0, 5}, {0, 719, 5, 'a', 718, 5}}},
     {"SwingIn2Half", kSwing, 1, 0.5, 0, false, {{0, 3, 406, 'b', 3, 574}, at(0, 3, 407, 'a')}},
-    // Edge Feather, close all at p = 0.5, row 288: a = 200, b = 40.
-    {"FeatherCloseAll", kEdgeFeather, 1, 0.5, 0, true,
+    // Edge Feather, close all at p = 0.5625 (sqrt(1 - sqrt(p)) = 0.5: half the full radius), row 288: a = 200, b = 40.
+    {"FeatherCloseAll", kEdgeFeather, 1, 0.5625, 0, true,
      {{0, 360, 288, 'v', 200, 0}, {0, 569, 288, 'v', 200, 0}, {0, 612, 288, 'v', 123, 0}, {0, 659, 288, 'v', 40, 0},
       {0, 719, 288, 'v', 40, 0}, {1, 306, 144, 'v', 122, 0}}},
     {"FeatherCloseAndOpen", kEdgeFeather, 0, 0.25, 0, true,
