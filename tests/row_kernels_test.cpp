@@ -101,7 +101,7 @@ TEST(RowKernels, SimdRowsMatchTheCRowsAndStayInsideTheRow) {
   }
 }
 
-// The colour rows over pixels: an even `n` pixels of 3-byte input fill `factor * n` output bytes (the two luma
+// The colour rows over pixels: an even `n` pixels of 3- or 4-byte input fill `factor * n` output bytes (the two luma
 // rows and the chroma rows of bgr_to_yuv lie one after another), widths up to where the widest vectors loop.
 TEST(RowKernels, ColourRowsMatchTheCRowsAndStayInsideTheRow) {
   std::mt19937 gen(11);
@@ -115,6 +115,10 @@ TEST(RowKernels, ColourRowsMatchTheCRowsAndStayInsideTheRow) {
            r.bgr_to_yuv(o, o + pixels, o + 2 * pixels, o + 5 * pixels / 2, bgr0, bgr1, pixels);
          }},
         {4, [=](const zv::RowKernels& r, uint8_t* o, int) { r.bgr_to_rgba(o, bgr0, pixels); }},
+        {4, [=](const zv::RowKernels& r, uint8_t* o, int) { r.yuv_to_rgba(o, yuv, yuv + pixels, yuv + 2, pixels); }},
+        {3, [=](const zv::RowKernels& r, uint8_t* o, int) {
+           r.rgba_to_yuv(o, o + pixels, o + 2 * pixels, o + 5 * pixels / 2, bgr0, bgr1, pixels);
+         }},
     };
     for (const auto& [factor, call] : calls) {
       expect_rows_agree(call, factor * pixels, pixels % 4,
@@ -168,6 +172,13 @@ TEST(RowKernels, CRowsFollowTheirFormulas) {
   EXPECT_EQ(std::vector<uint8_t>(bgr, bgr + 6), (std::vector<uint8_t>{0, 0, 0, 254, 254, 254}));
   rows.bgr_to_yuv(y0, y1, &u, &v, colour, colour, 2);
   EXPECT_EQ((std::vector<uint8_t>{y0[0], y0[1], y1[0], y1[1], u, v}), (std::vector<uint8_t>{67, 67, 67, 67, 103, 152}));
+  // The same as R, G, B, A pixels (A not read), and video black and white as opaque R, G, B, A.
+  const uint8_t rgba_colour[8] = {100, 50, 10, 0, 100, 50, 10, 77};
+  rows.rgba_to_yuv(y0, y1, &u, &v, rgba_colour, rgba_colour, 2);
+  EXPECT_EQ((std::vector<uint8_t>{y0[0], y0[1], y1[0], y1[1], u, v}), (std::vector<uint8_t>{67, 67, 67, 67, 103, 152}));
+  uint8_t rgba[8];
+  rows.yuv_to_rgba(rgba, luma, cu, cv, 2);
+  EXPECT_EQ(std::vector<uint8_t>(rgba, rgba + 8), (std::vector<uint8_t>{0, 0, 0, 255, 254, 254, 254, 255}));
 }
 
 }  // namespace
