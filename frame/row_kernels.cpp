@@ -123,6 +123,12 @@ void picks_below_mod_row_c(uint8_t* pick, const uint16_t* values, int n, uint32_
   for (int i = 0; i < n; ++i) pick[i] = values[i] % divisor < below ? 0xFF : 0;
 }
 
+namespace {
+
+int no_box_filter_lanes() { return 0; }
+
+}  // namespace
+
 const RowKernels& c_rows() {
   static const RowKernels rows = {true,
                                   copy_row_c,
@@ -138,6 +144,8 @@ const RowKernels& c_rows() {
                                   bgr_to_rgba_row_c,
                                   yuv_to_rgba_row_c,
                                   rgba_to_yuv_row_c,
+                                  box_filter_row_c,
+                                  no_box_filter_lanes,
                                   lcg_draws_row_c,
                                   picks_below_mod_row_c};
   return rows;

@@ -7,6 +7,8 @@
 
 #include <cstdint>
 
+#include "frame/box_filter.h"
+
 namespace zv {
 
 struct RowKernels {
@@ -43,6 +45,12 @@ struct RowKernels {
   // buffer reads back as.
   void (*rgba_to_yuv)(uint8_t* y0, uint8_t* y1, uint8_t* u, uint8_t* v, const uint8_t* rgba0, const uint8_t* rgba1,
                       int n);
+  // One row of the mipmap builder's box filter (frame/box_filter.h), with
+  // columns laid out for box_filter_lanes() lanes (the SIMD row takes the C
+  // row's way for any other layout).
+  void (*box_filter)(uint32_t* out, const uint32_t* const* rows, const BoxSpan& y, const BoxColumns& columns,
+                     float area);
+  int (*box_filter_lanes)();
   // n draws of a linear congruential generator, in order: state = state * mul
   // + add, then value = (state >> 16) & 0x7FFF. Returns the last state.
   uint32_t (*lcg_draws)(uint16_t* values, int n, uint32_t state, uint32_t mul, uint32_t add);
