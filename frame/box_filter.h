@@ -39,9 +39,9 @@ constexpr int kBoxRowPad = 64;
 // starting at `base`, and per column its offsets into the window and weights.
 struct BoxColumns {
   std::vector<BoxSpan> spans;
-  int lanes = 0;  // 0: no SIMD layout, the C row serves
-  int slots = 0;  // input pixels a column reaches at most
-  int padded = 0;  // columns rounded up to whole blocks
+  int lanes = 0;              // 0: no SIMD layout, the C row serves
+  int slots = 0;              // input pixels a column reaches at most
+  int padded = 0;             // columns rounded up to whole blocks
   std::vector<int32_t> base;  // per block
   // Per slot s (0 .. slots - 1): the column's pixel lo + s (lo where s lies past
   // its box); then, as slot `slots`, its pixel hi.

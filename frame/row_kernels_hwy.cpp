@@ -362,7 +362,8 @@ void BoxFilterRow(uint32_t* out, const uint32_t* const* rows, const BoxSpan& y, 
         box_add(column, box_pick(box_window(rows[0], base), slot_offsets(0)),
                 hn::Mul(hn::Set(df, 1 - y.lo_frac), weight(0)));
         for (int m = 1; m < ny; ++m) box_add(column, box_pick(box_window(rows[m], base), slot_offsets(0)), weight(0));
-        box_add(column, box_pick(box_window(rows[ny], base), slot_offsets(0)), hn::Mul(hn::Set(df, y.hi_frac), weight(0)));
+        box_add(column, box_pick(box_window(rows[ny], base), slot_offsets(0)),
+                hn::Mul(hn::Set(df, y.hi_frac), weight(0)));
         sums.r = hn::IfThenElse(single, column.r, sums.r);
         sums.g = hn::IfThenElse(single, column.g, sums.g);
         sums.b = hn::IfThenElse(single, column.b, sums.b);

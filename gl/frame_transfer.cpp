@@ -46,7 +46,9 @@ void copy_top_left(const Image* from, Image* to) {
 FrameRows::FrameRows(const Image& image, int width, int height) : image_(&image), width_(width), height_(height) {}
 
 FrameRows::FrameRows(CNewDib& bitmap)
-    : bitmap_(&bitmap), bits_(static_cast<const uint8_t*>(bitmap.LockBits())), width_(dib_width(bitmap)),
+    : bitmap_(&bitmap),
+      bits_(static_cast<const uint8_t*>(bitmap.LockBits())),
+      width_(dib_width(bitmap)),
       height_(dib_height(bitmap)) {
   if (!bits_) width_ = height_ = 0;
 }

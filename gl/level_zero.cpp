@@ -72,11 +72,12 @@ void LevelZeroScaler::Prepare(int in_width, int in_height, LevelZeroSize out) {
   }
 }
 
-const uint32_t* LevelZeroScaler::CachedRow(RowCache& cache, const FrameRows& rows, int row) const {
+const uint32_t* LevelZeroScaler::CachedRow(RowCache& cache, const FrameRows& rows, int row,
+                                           const RowKernels& kernels) const {
   const size_t slot = static_cast<size_t>(row % slots_);
   uint32_t* pixels = cache.pixels.data() + slot * row_stride_;
   if (cache.held[slot] != row) {
-    rows.Row(row, reinterpret_cast<uint8_t*>(pixels), row_kernels());
+    rows.Row(row, reinterpret_cast<uint8_t*>(pixels), kernels);
     cache.held[slot] = row;
   }
   return pixels;
@@ -94,10 +95,12 @@ void LevelZeroScaler::Fill(const FrameRows& rows, uint32_t* texels) {
       if (mode_ == Mode::kCopy) {
         rows.Row(i, reinterpret_cast<uint8_t*>(out), kernels);
       } else if (mode_ == Mode::kHalve) {
-        box_halve_row_c(out, CachedRow(cache, rows, 2 * i), CachedRow(cache, rows, 2 * i + 1), out_.width);
+        box_halve_row_c(out, CachedRow(cache, rows, 2 * i, kernels), CachedRow(cache, rows, 2 * i + 1, kernels),
+                        out_.width);
       } else {
         const BoxSpan& y = spans_[static_cast<size_t>(i)];
-        for (int k = 0; k <= y.hi - y.lo; ++k) cache.inputs[static_cast<size_t>(k)] = CachedRow(cache, rows, y.lo + k);
+        for (int k = 0; k <= y.hi - y.lo; ++k)
+          cache.inputs[static_cast<size_t>(k)] = CachedRow(cache, rows, y.lo + k, kernels);
         kernels.box_filter(out, cache.inputs.data(), y, columns_, area_);
       }
     }

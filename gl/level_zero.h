@@ -28,6 +28,9 @@ int mipmap_nearest_power(int side);
 // Fills level 0 from a frame's rows as the builder does: a frame already of the
 // level's size as it is, one of exactly twice its size by the rounded means of
 // 2 x 2 blocks, any other by the box filter; the rows split over the cores.
+// (A level 1 or 2 texels wide, from a frame 1 or 2 pixels wide, the builder
+// uploads as if its rows were padded to 4 bytes, reading past its buffer: that
+// level has no defined texels to match, and here holds the scaled frame.)
 class LevelZeroScaler {
  public:
   void Prepare(int in_width, int in_height, LevelZeroSize out);
@@ -43,7 +46,7 @@ class LevelZeroScaler {
     std::vector<int> held;
     std::vector<const uint32_t*> inputs;  // an output row's input rows
   };
-  const uint32_t* CachedRow(RowCache& cache, const FrameRows& rows, int row) const;
+  const uint32_t* CachedRow(RowCache& cache, const FrameRows& rows, int row, const RowKernels& kernels) const;
 
   Mode mode_ = Mode::kCopy;
   int in_width_ = 0, in_height_ = 0;
@@ -51,8 +54,8 @@ class LevelZeroScaler {
   std::vector<BoxSpan> spans_;  // the rows
   BoxColumns columns_;
   float area_ = 0;
-  int slots_ = 0;          // input rows an output row reads at most
-  int row_stride_ = 0;     // pixels a cached row takes, padding included
+  int slots_ = 0;                 // input rows an output row reads at most
+  int row_stride_ = 0;            // pixels a cached row takes, padding included
   std::vector<RowCache> caches_;  // one per part
 };
 

@@ -1,7 +1,9 @@
 // Every SIMD row against its C row: random samples and weights, widths 0 to 67, inputs and output starting off
-// alignment, and guard bytes on both sides of the output that must keep their value.
+// alignment, and guard bytes on both sides of the output that must keep their value; the box filter over scaled
+// widths.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <random>
 #include <string>
@@ -123,6 +125,29 @@ TEST(RowKernels, ColourRowsMatchTheCRowsAndStayInsideTheRow) {
     for (const auto& [factor, call] : calls) {
       expect_rows_agree(call, factor * pixels, pixels % 4,
                         "factor " + std::to_string(factor) + ", " + std::to_string(pixels) + " pixels");
+    }
+  }
+}
+
+// The box filter row over widths scaled up and down (boxes within one input pixel and across up to three), rows
+// spanning one to three input rows: the same texels as the C row, and nothing written past the row.
+TEST(RowKernels, BoxFilterRowMatchesTheCRow) {
+  std::mt19937 gen(19);
+  const int widths[][2] = {{1920, 2048}, {1280, 1024}, {1537, 1024}, {1025, 1024}, {2047, 2048}, {47, 32}, {3, 4}};
+  for (const auto& width : widths) {
+    const zv::BoxColumns columns = zv::box_columns(width[0], width[1], zv::simd_rows().box_filter_lanes());
+    std::vector<std::vector<uint32_t>> rows(5, std::vector<uint32_t>(width[0] + zv::kBoxRowPad, 0));
+    for (auto& row : rows) std::generate(row.begin(), row.begin() + width[0], gen);
+    const uint32_t* pointers[5] = {rows[0].data(), rows[1].data(), rows[2].data(), rows[3].data(), rows[4].data()};
+    for (int out_rows : {3, 4, 5, 7}) {
+      for (const zv::BoxSpan& y : zv::box_spans(5, out_rows, true)) {
+        std::vector<uint32_t> c(width[1] + 8, 0xA5A5A5A5u), simd = c;
+        const float area = zv::box_area(width[0], 5, width[1], out_rows);
+        zv::c_rows().box_filter(c.data(), pointers + y.lo, y, columns, area);
+        zv::simd_rows().box_filter(simd.data(), pointers + y.lo, y, columns, area);
+        ASSERT_EQ(c, simd) << width[0] << " to " << width[1] << ", rows " << y.lo << " to " << y.hi;
+        ASSERT_EQ(simd[width[1]], 0xA5A5A5A5u);
+      }
     }
   }
 }
