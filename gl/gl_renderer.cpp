@@ -204,6 +204,14 @@ void CGlRenderer::BeginDraw() {
   }
   // From here on the surface holds the drawing, not yet the target.
   surfaceHoldsTarget_ = false;
+  // Blending only while the current colour is translucent (SetColour keeps it so while drawing).
+  GLfloat colour[4] = {1, 1, 1, 1};
+  glGetFloatv(GL_CURRENT_COLOR, colour);
+  if (colour[3] >= 1) {
+    glDisable(GL_BLEND);
+  } else {
+    glEnable(GL_BLEND);
+  }
 }
 
 void CGlRenderer::BeginFrameRender() {
