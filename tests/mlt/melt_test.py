@@ -111,6 +111,28 @@ def main():
     a, b = decode(clips["a"]), decode(clips["b"])
     size = f"{W}x{H}"
 
+    # Where no OpenGL context can be made, a 3D transition says why, once, and its frames carry an error (MLT puts
+    # its fallback picture in their place); a software transition renders as ever.
+    no_gl = dict(env, LIBGL_DRIVERS_PATH="/nonexistent")
+    for service, shows in (("zv_3d_cube", None), ("zv_fade", b)):
+        out = os.path.join(work, service + "_no_gl.mp4")
+        result = subprocess.run(["melt", "-profile", profile, clips["a"], "in=0", f"out={N - 1}", "-track", clips["b"],
+                                 "in=0", f"out={N - 1}", "-transition", service, "in=0", f"out={N - 1}", "a_track=0",
+                                 "b_track=1", "-consumer", f"avformat:{out}", "vcodec=libx264", "qp=0", "an=1",
+                                 "real_time=-1", "terminate_on_pause=1"], env=no_gl, stdin=subprocess.DEVNULL,
+                                stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, timeout=240)
+        said = [line for line in result.stderr.splitlines() if "no OpenGL context can be made" in line]
+        expected = 1 if service == "zv_3d_cube" else 0
+        if len(said) != expected or (said and "eglInitialize" not in said[0]):
+            sys.exit(f"{service} without OpenGL: {len(said)} reports, not {expected}:\n{result.stderr[-2000:]}")
+        frames = decode(out)
+        if len(frames) != N:
+            sys.exit(f"{service} without OpenGL: {len(frames)} frames, not {N}")
+        d = mean_diff(frames[-1], shows[N - 1]) if shows else 0.0
+        print(f"{service} without OpenGL: {len(said)} report(s)" + (f"; last frame vs B: {d:.3f}" if shows else ""))
+        if d > TOLERANCE:
+            sys.exit(f"{service} without OpenGL: the last frame differs from B by {d:.3f} per sample")
+
     def apply(op, style, i):
         """What `zvtran apply` draws for frame i of the transition."""
         paths = [os.path.join(work, f"{name}{i}.yuv") for name in ("a", "b", "out")]
