@@ -99,6 +99,8 @@ void CGlTexture::UploadDibToTexture(CNewDib& frame) {
   name = names_[slot];
   glBindTexture(GL_TEXTURE_2D, name);
   if (held >= 0) return;
+  // What was drawn with the other frame goes to the rasteriser now, to be drawn while this one is converted.
+  if (holds_[1 - slot]) glFlush();
   holds_[slot] = &frame;
   next_ = 1 - slot;
   CopyIntoBound(frame);
