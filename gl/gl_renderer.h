@@ -90,7 +90,8 @@ class CGlRenderer {
   // drawing can tell.
   void ResolveInto(Image* out);
   // Sets every byte of the target's rows to 0 (RGB black, video black once
-  // converted); the next drawing starts on black.
+  // converted); the next drawing starts on black. (Where the drawing surface
+  // is apart from the target, it is cleared when drawing starts instead.)
   void FillTargetBlack();
   // A converted frame bitmap of the target's size copied into the target: the
   // next drawing starts on that picture. (Where the drawing surface is apart
