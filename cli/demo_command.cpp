@@ -297,7 +297,10 @@ int demo_command(int argc, char** argv) {
 
   load_transitions();
   std::vector<TransitionCard> cards;
-  for (int id : chosen_ids(args)) cards.push_back(describe(id));
+  for (int id : chosen_ids(args)) {
+    require_drawable(id);
+    cards.push_back(describe(id));
+  }
   std::vector<Job> jobs;
   for (const TransitionCard& card : cards) {
     const int styles = std::max<int>(1, static_cast<int>(card.styles.size()));

@@ -54,6 +54,7 @@ int render_command(int argc, char** argv) {
   if (!zv::transition_is_implemented(id)) {
     throw UsageError("transition " + std::to_string(id) + " (" + name + ") is not implemented in this build");
   }
+  require_drawable(id);
 
   RenderPlan plan;
   plan.op = transition_get_op(id);

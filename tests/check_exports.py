@@ -21,6 +21,7 @@ EXPORTS = {
     "zvTranRound": 1,
     "zvTransparentOverlap": 1,
     "ZvFreeOpenGLObj()": 1,
+    "ZvOpenGLStatus(int, char*, int)": 1,
     "zv_string_resources": 1,
 }
 

@@ -12,8 +12,8 @@ import shutil
 import subprocess
 import sys
 
-from melt_support import (FPS, LUMA_TOLERANCE, TOLERANCE, check_frame, decode, make_clips, melt_env, run,
-                          zvtran_apply)
+from melt_support import (FPS, LUMA_TOLERANCE, TOLERANCE, check_frame, decode, make_clips, melt_env, mean_diff,
+                          run, zvtran_apply)
 
 W, H, N = 160, 120, 25  # the transition spans N frames: 1 s
 SIZE = (W, H)
@@ -74,6 +74,29 @@ def main():
         sys.exit(f"wrong style: rc {result.returncode}\n{result.stderr[-2000:]}")
 
     a, b = decode(clips["a"], SIZE), decode(clips["b"], SIZE)
+
+    # Where no OpenGL context can be made, a 3D transition says why, once, and its frames carry an error (MLT puts
+    # its fallback picture in their place); a software transition renders as ever.
+    no_gl = dict(env, LIBGL_DRIVERS_PATH="/nonexistent")
+    for service, shows in (("zv_3d_cube", None), ("zv_fade", b)):
+        out = os.path.join(work, service + "_no_gl.mp4")
+        result = subprocess.run(["melt", "-profile", profile, clips["a"], "in=0", f"out={N - 1}", "-track", clips["b"],
+                                 "in=0", f"out={N - 1}", "-transition", service, "in=0", f"out={N - 1}", "a_track=0",
+                                 "b_track=1", "-consumer", f"avformat:{out}", "vcodec=libx264", "qp=0", "an=1",
+                                 "real_time=-1", "terminate_on_pause=1"], env=no_gl, stdin=subprocess.DEVNULL,
+                                stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, timeout=240)
+        said = [line for line in result.stderr.splitlines() if "no OpenGL context can be made" in line]
+        expected = 1 if service == "zv_3d_cube" else 0
+        if len(said) != expected or (said and "eglInitialize" not in said[0]):
+            sys.exit(f"{service} without OpenGL: {len(said)} reports, not {expected}:\n{result.stderr[-2000:]}")
+        frames = decode(out, SIZE)
+        if len(frames) != N:
+            sys.exit(f"{service} without OpenGL: {len(frames)} frames, not {N}")
+        d = mean_diff(frames[-1], shows[N - 1]) if shows else 0.0
+        print(f"{service} without OpenGL: {len(said)} report(s)" + (f"; last frame vs B: {d:.3f}" if shows else ""))
+        if d > TOLERANCE:
+            sys.exit(f"{service} without OpenGL: the last frame differs from B by {d:.3f} per sample")
+
     for service, op, style, b_at_end in FAMILIES:
         out = os.path.join(work, service + ".mp4")
         melt(service, [f"style={style}"], out, env)
