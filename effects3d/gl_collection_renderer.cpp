@@ -99,7 +99,9 @@ bool CGlCollectionRenderer::Setup(int width, int height, std::string* error) {
   hdc = create_offscreen_dc(target, &oldBitmap);
   hglrc = create_gl_context(hdc);
   if (!hglrc) {
-    *error = "no OpenGL context can be made on this system";
+    // Why, as the 3D transitions' status tells it (when a context can be made
+    // in general, this one still could not).
+    *error = offscreen_gl_status().available ? "no OpenGL context can be made for its renderer" : offscreen_gl_summary();
     return false;
   }
   MakeCurrent();
@@ -144,7 +146,7 @@ CGlFrameTexture& CGlCollectionRenderer::PictureFor(size_t slot, const ZvGlParamI
   while (pictures_.size() <= slot) pictures_.push_back(std::make_unique<Picture>());
   Picture& picture = *pictures_[slot];
   if (image) {
-    picture.texture.Upload(image_region(image));
+    picture.texture.Upload(image_region(image, image->width, image->height));
     picture.builtin = nullptr;
   } else if (!picture.builtin || std::strcmp(picture.builtin, param.name) != 0) {
     const std::vector<uint8_t> rgba = builtin_picture(param.name);
@@ -191,7 +193,10 @@ bool CGlCollectionRenderer::Draw(int index, const YuvRegion& out, const YuvRegio
     *error = std::string(entry.info.name) + ": OpenGL failed to draw it (error " + std::to_string(failure) + ")";
     return false;
   }
-  ReadFramebufferInto(target, out);
+  YuvRegion drawn = out;
+  drawn.width = width_;
+  drawn.height = height_;
+  read_framebuffer_into_region(drawn, read_back_);
   return true;
 }
 

@@ -61,6 +61,7 @@ class CGlCollectionRenderer : public CGlRenderer {
   std::vector<std::unique_ptr<Program>> programs_;
   CGlFrameTexture from_, to_;
   std::vector<std::unique_ptr<Picture>> pictures_;
+  std::vector<uint8_t> read_back_;
 };
 
 }  // namespace zv
