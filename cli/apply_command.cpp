@@ -43,12 +43,14 @@ int ZV_STDCALL round_as_transition(Image* out, Image* a, Image* b, TransitionPar
   return zvTranRound(out, a, b, params);
 }
 
-// A registered transition by id or name, or one of the picture services that
-// share the transition signature.
+// A registered transition by id or name (one that can draw here), or one of the
+// picture services that share the transition signature.
 TransitionOp resolve_op(const std::string& text) {
   if (text == "zvTranRound") return round_as_transition;
   if (text == "zvTransparentOverlap") return zvTransparentOverlap;
-  return transition_get_op(resolve_transition(text));
+  const int id = resolve_transition(text);
+  require_drawable(id);
+  return transition_get_op(id);
 }
 
 }  // namespace
@@ -66,6 +68,7 @@ int apply_command(int argc, char** argv) {
   TransitionOp op = nullptr;
   if (is_gl_transition(args.positional()[0])) {
     gl = gl_choice(args.positional()[0], args.get_all("set"));
+    require_opengl(kGlPrefix + std::string(gl->name()));
   } else if (args.has("set")) {
     throw UsageError("--set is for GLSL transitions (gl:NAME)");
   } else {

@@ -13,6 +13,7 @@
 
 #include "frame/registration.h"
 #include "frame/zv_transition.h"
+#include "gl/offscreen_context.h"
 #include "host/transition_registry.h"
 
 namespace zvcli {
@@ -155,6 +156,18 @@ void load_transitions() {
   if (loaded) return;
   if (zvTranInit() != 1) throw RunError("the transition library found no string loader");
   loaded = true;
+}
+
+void require_drawable(int id) {
+  if (!zv::transition_uses_opengl(id)) return;
+  const char* name = transition_get_op_name(id);
+  require_opengl(name ? name : "this transition");
+}
+
+void require_opengl(const std::string& name) {
+  const zv::OffscreenGlStatus& gl = zv::offscreen_gl_status();
+  if (gl.available) return;
+  throw RunError(name + " draws with OpenGL, and no OpenGL context can be made: " + gl.error);
 }
 
 int resolve_transition(const std::string& text) {

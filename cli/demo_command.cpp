@@ -343,6 +343,13 @@ int demo_command(int argc, char** argv) {
 
   load_transitions();
   const std::vector<TransitionCard> cards = chosen_cards(args);
+  for (const TransitionCard& card : cards) {
+    if (card.gl.index >= 0) {
+      require_opengl(card.key());
+    } else {
+      require_drawable(card.id);
+    }
+  }
   std::vector<Job> jobs;
   for (const TransitionCard& card : cards) {
     const int styles = std::max<int>(1, static_cast<int>(card.styles.size()));

@@ -1,5 +1,6 @@
 // zvtran: the transition library from the command line.
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <exception>
 #include <fcntl.h>
@@ -10,6 +11,7 @@
 #include "cli/cli_common.h"
 #include "cli/commands.h"
 #include "cli/render_job.h"
+#include "gl/offscreen_context.h"
 
 namespace {
 
@@ -30,7 +32,8 @@ const Command kCommands[] = {
 };
 
 void print_usage(FILE* to) {
-  std::fprintf(to, "usage: zvtran COMMAND [options]\n       zvtran --version\n\ncommands:\n");
+  std::fprintf(to, "usage: zvtran COMMAND [options]   (zvtran --version: the version and the OpenGL in use)\n\n"
+                   "commands:\n");
   for (const Command& c : kCommands) std::fprintf(to, "  %-10s %s\n", c.name, c.summary);
 }
 
@@ -41,6 +44,17 @@ void hold_closed_standard_streams() {
   for (int fd = 0; fd <= 2; ++fd) {
     if (fcntl(fd, F_GETFD) == -1 && open("/dev/null", O_RDONLY) != fd) std::abort();
   }
+}
+
+// A machine without an OpenGL driver is reported in one line of our own
+// (require_drawable); libEGL's warnings on the way are left out unless asked for.
+void quiet_egl_warnings() { setenv("EGL_LOG_LEVEL", "fatal", 0); }
+
+// The program, and what the 3D transitions draw with here.
+int print_version() {
+  std::printf("zvtran %s\nOpenGL: %s\n", ZVTRAN_VERSION, zv::offscreen_gl_summary().c_str());
+  zvcli::flush_stdout();
+  return 0;
 }
 
 // Transitions that resize a picture take a few megabytes for each call. By
@@ -57,6 +71,7 @@ void keep_freed_memory() {
 int main(int argc, char** argv) {
   hold_closed_standard_streams();
   keep_freed_memory();
+  quiet_egl_warnings();
   if (argc < 2) {
     std::fprintf(stderr, "usage: zvtran COMMAND [options] (try: zvtran --help)\n");
     return 2;
@@ -75,6 +90,14 @@ int main(int argc, char** argv) {
       return 1;
     }
     return 0;
+  }
+  if (!std::strcmp(argv[1], "--version")) {
+    try {
+      return print_version();
+    } catch (const std::exception& e) {
+      std::fprintf(stderr, "zvtran: %s\n", e.what());
+      return 1;
+    }
   }
   for (const Command& c : kCommands) {
     if (std::strcmp(argv[1], c.name) != 0) continue;

@@ -65,6 +65,7 @@ int render_command(int argc, char** argv) {
     plan.gl = &*gl;
     const ZvGlTransitionInfo& info = *zvGlTranInfo(gl->index);
     label = title = kGlPrefix + std::string(info.name);
+    require_opengl(label);
     subtitle = std::string("by ") + info.author + " (" + info.license + ")";
   } else {
     if (args.has("set")) throw UsageError("--set is for GLSL transitions (gl:NAME); see --param1 and --param2");
@@ -73,6 +74,7 @@ int render_command(int argc, char** argv) {
     if (!zv::transition_is_implemented(id)) {
       throw UsageError("transition " + std::to_string(id) + " (" + name + ") is not implemented in this build");
     }
+    require_drawable(id);
     plan.op = transition_get_op(id);
     plan.style = resolve_style(id, args.get("style").value_or("0"));
     plan.param1 = args.get_int("param1", 0);

@@ -17,7 +17,7 @@ install(TARGETS ${ZV_INSTALLED_LIBRARIES} EXPORT ZvTransitionTargets
 set(ZV_PUBLIC_HEADERS
   frame/abi.h frame/zv_transition.h frame/transition_op.h frame/plane.h
   imaging/yuv_rgb.h imaging/image_resize.h imaging/fit_overlap.h
-  gl/gl_release.h
+  gl/gl_release.h gl/gl_status.h
   host/host_api.h host/transition_abi.h host/image.h host/transition_registry.h host/string_loader.h
   host/new_dib.h host/bitmap_header.h)
 if(NOT WIN32)

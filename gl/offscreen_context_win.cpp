@@ -81,38 +81,37 @@ void load_frame_into_surface(void*, const FrameRows& rows, std::vector<uint8_t>&
   draw_rgba_into_current_surface(scratch.data(), rows.width(), rows.height());
 }
 
+// A test context on a memory device context with a small bitmap selected, as
+// the renderers make theirs.
+static OffscreenGlStatus probe_gl() {
+  OffscreenGlStatus status;
+  status.platform = "WGL memory device context";
+  // Whatever the calling thread has current comes back afterwards.
+  HDC previous_dc = wglGetCurrentDC();
+  HGLRC previous = wglGetCurrentContext();
+  CNewDib probe(NMEMOD_SECTION);
+  probe.Create(16, 16, 24, false);
+  void* old_bitmap = nullptr;
+  void* dc = create_offscreen_dc(probe, &old_bitmap);
+  void* context = create_gl_context(dc);
+  if (!context) {
+    status.error = "wglCreateContext failed on a memory device context (error " + std::to_string(GetLastError()) + ")";
+  } else if (!wglMakeCurrent(static_cast<HDC>(dc), static_cast<HGLRC>(context))) {
+    status.error = "wglMakeCurrent failed (error " + std::to_string(GetLastError()) + ")";
+  } else {
+    const char* renderer = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
+    const char* version = reinterpret_cast<const char*>(glGetString(GL_VERSION));
+    status.available = true;
+    status.renderer = std::string(renderer ? renderer : "?") + ", OpenGL " + (version ? version : "?");
+  }
+  wglMakeCurrent(previous_dc, previous);
+  delete_gl_context(context);
+  delete_offscreen_dc(dc, old_bitmap);
+  return status;
+}
+
 const OffscreenGlStatus& offscreen_gl_status() {
-  static OffscreenGlStatus status;
-  static INIT_ONCE once = INIT_ONCE_STATIC_INIT;
-  InitOnceExecuteOnce(
-      &once,
-      [](PINIT_ONCE, PVOID, PVOID*) -> BOOL {
-        status.platform = "WGL memory device context";
-        // Whatever the calling thread has current comes back afterwards.
-        HDC previous_dc = wglGetCurrentDC();
-        HGLRC previous = wglGetCurrentContext();
-        CNewDib probe(NMEMOD_SECTION);
-        probe.Create(16, 16, 24, false);
-        void* old_bitmap = nullptr;
-        void* dc = create_offscreen_dc(probe, &old_bitmap);
-        void* context = create_gl_context(dc);
-        if (!context) {
-          status.error = "wglCreateContext failed on a memory device context (error " +
-                         std::to_string(GetLastError()) + ")";
-        } else if (!wglMakeCurrent(static_cast<HDC>(dc), static_cast<HGLRC>(context))) {
-          status.error = "wglMakeCurrent failed (error " + std::to_string(GetLastError()) + ")";
-        } else {
-          const char* renderer = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
-          const char* version = reinterpret_cast<const char*>(glGetString(GL_VERSION));
-          status.available = true;
-          status.renderer = std::string(renderer ? renderer : "?") + ", OpenGL " + (version ? version : "?");
-        }
-        wglMakeCurrent(previous_dc, previous);
-        delete_gl_context(context);
-        delete_offscreen_dc(dc, old_bitmap);
-        return TRUE;
-      },
-      nullptr, nullptr);
+  static const OffscreenGlStatus status = probe_gl();
   return status;
 }
 

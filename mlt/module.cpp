@@ -17,6 +17,7 @@
 #include "frame/transition_op.h"
 #include "frame/zv_transition.h"
 #include "gl/gl_release.h"
+#include "gl/gl_status.h"
 #include "host/image.h"
 #include "host/transition_registry.h"
 #include "mlt/frame_image.h"
@@ -109,6 +110,20 @@ TransitionParams params_of(mlt_transition transition, mlt_frame frame, const Ser
   return params;
 }
 
+// Whether the service can draw here: a 3D transition needs an OpenGL context.
+// Where none can be made, the cause is reported once per transition and the
+// frame comes back with an error (MLT then shows A's picture).
+bool can_draw(mlt_transition transition, const Service& service) {
+  char cause[512];
+  if (ZvOpenGLStatus(service.id, cause, sizeof cause)) return true;
+  mlt_properties properties = MLT_TRANSITION_PROPERTIES(transition);
+  if (!mlt_properties_get_int(properties, "_zv_reported_no_opengl")) {
+    mlt_log_error(MLT_TRANSITION_SERVICE(transition), "%s draws with OpenGL, and %s\n", service.name.c_str(), cause);
+    mlt_properties_set_int(properties, "_zv_reported_no_opengl", 1);
+  }
+  return false;
+}
+
 int get_image(mlt_frame a_frame, uint8_t** image, mlt_image_format* format, int* width, int* height,
               int /*writable*/) {
   mlt_frame b_frame = mlt_frame_pop_frame(a_frame);
@@ -118,6 +133,7 @@ int get_image(mlt_frame a_frame, uint8_t** image, mlt_image_format* format, int*
   *format = mlt_image_yuv420p;
   int error = mlt_frame_get_image(a_frame, image, format, width, height, 0);
   if (error || *format != mlt_image_yuv420p) return error;
+  if (!can_draw(transition, *service)) return 1;
   uint8_t* b_image = nullptr;
   mlt_image_format b_format = mlt_image_yuv420p;
   int b_width = *width, b_height = *height;

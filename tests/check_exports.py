@@ -27,6 +27,7 @@ EXPORTS = {
     "zvGlTranCheck(int,": 1,
     "zvGlTranApply(int,": 1,
     "zvGlTranError()": 1,
+    "ZvOpenGLStatus(int, char*, int)": 1,
     "zv_string_resources": 1,
 }
 

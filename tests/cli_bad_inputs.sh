@@ -2,6 +2,8 @@
 # Runs bad input through every zvtran subcommand. Each must fail with a
 # non-zero exit status, exactly one line on stderr, nothing on stdout, and
 # leave the folder it ran in exactly as it was (no file, no hidden leftover).
+# A case may start with environment settings (NAME=value), as the ones where
+# no OpenGL context can be made for a 3D transition do.
 # Usage: cli_bad_inputs.sh ZVTRAN
 set -u
 zvtran=$(realpath "$1")
@@ -125,6 +127,16 @@ cases=(
   "demo --ids Fade,gl:nope -o gallery"
   "demo -o file"
   "demo --ids Fade --size 32x32 -o no/such/gallery"
+  # a 3D or GLSL transition where no OpenGL context can be made: no driver, or a platform forced that has none
+  "LIBGL_DRIVERS_PATH=/nonexistent render pattern:bars pattern:checker --transition 57 --size 64x48 -o out.y4m"
+  "LIBGL_DRIVERS_PATH=/nonexistent render pattern:bars pattern:checker --transition 'Cross Zoom' --size 64x48 -o out.mp4"
+  "LIBGL_DRIVERS_PATH=/nonexistent apply 57 --a-size 8x6 --out o.yuv"
+  "LIBGL_DRIVERS_PATH=/nonexistent ZV_GL_PLATFORM=device apply '3D Drive Off' --a-size 8x6 --out o.yuv"
+  "LIBGL_DRIVERS_PATH=/nonexistent demo --ids 14,49 --size 32x32 -o gallery"
+  "ZV_GL_PLATFORM=nowhere render pattern:bars pattern:checker --transition 49 --size 64x48 -o out.y4m"
+  "LIBGL_DRIVERS_PATH=/nonexistent render pattern:bars pattern:checker --transition gl:fade --size 64x48 -o out.y4m"
+  "LIBGL_DRIVERS_PATH=/nonexistent apply gl:cube --a-size 8x6 --out o.yuv"
+  "LIBGL_DRIVERS_PATH=/nonexistent demo --ids 14,gl:luma --size 32x32 -o gallery"
 )
 
 # Every name (hidden ones too) with its type, size and content.
@@ -132,7 +144,13 @@ snapshot() { find . -mindepth 1 -printf '%p %y %s\n' | sort; find . -type f -exe
 baseline=$(snapshot)
 failures=0
 for args in "${cases[@]}"; do
-  eval "\"$zvtran\" $args" >"$work/stdout" 2>"$work/stderr" </dev/null
+  settings=""
+  command_args=$args
+  while [[ $command_args =~ ^([A-Z_]+=[^ ]*)\ (.*)$ ]]; do
+    settings="$settings ${BASH_REMATCH[1]}"
+    command_args=${BASH_REMATCH[2]}
+  done
+  eval "$settings \"$zvtran\" $command_args" >"$work/stdout" 2>"$work/stderr" </dev/null
   status=$?
   problem=""
   [ "$status" -eq 0 ] && problem="; exit status 0"

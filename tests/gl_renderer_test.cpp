@@ -153,6 +153,26 @@ TEST(GlRendererList, ManyThreadsAtTwoSizesThenEverythingFreed) {
   EXPECT_EQ(zv::gl_renderer_count(), renderers);
 }
 
+// Two threads drawing frames large enough that their rows are split over the cores (the largest texture's level 0,
+// the frame's way in and the read-back), each with its own renderer, the same bytes as one thread alone.
+TEST(GlRendererList, LargeFramesFromTwoThreadsSplitTheirRowsAlike) {
+  const int width = 1100, height = 400;
+  auto a = zvtest::random_frame(width, height, 4), b = zvtest::random_frame(width, height, 5);
+  auto draw = [&](zvtest::ImagePtr& out) {
+    out = zvtest::random_frame(width, height, 6);
+    TransitionParams params = zvtest::make_params(0, 0.4);
+    EXPECT_EQ(zv::transition_entry(kDriveOff)(out.get(), a.get(), b.get(), &params), 0);
+    ZvFreeOpenGLObj();
+  };
+  zvtest::ImagePtr alone, first, second;
+  draw(alone);
+  std::thread one([&] { draw(first); }), two([&] { draw(second); });
+  one.join();
+  two.join();
+  EXPECT_EQ(zvtest::frame_bytes(*first), zvtest::frame_bytes(*alone));
+  EXPECT_EQ(zvtest::frame_bytes(*second), zvtest::frame_bytes(*alone));
+}
+
 TEST(GlTransitions, EmptyAndNullCallsDrawNothing) {
   const int renderers = zv::gl_renderer_count();
   for (int id : {kCube, kDriveOff}) {

@@ -325,7 +325,7 @@ TEST_F(RenderTest, GlslTransitionsAndEasingDrawWhatApplyDraws) {
   Result r = sh("__EGL_VENDOR_LIBRARY_FILENAMES=/nonexistent '" + kZvtran + "' render " + q("a.y4m") + " " +
                 q("b.y4m") + " --transition gl:fade -o " + q("out.mp4"));
   EXPECT_EQ(r.status, 1);
-  EXPECT_EQ(r.err.rfind("zvtran render: fade: no OpenGL context can be made", 0), 0u) << r.err;
+  EXPECT_EQ(r.err.rfind("zvtran render: gl:fade draws with OpenGL, and no OpenGL context can be made: ", 0), 0u) << r.err;
   EXPECT_EQ(std::count(r.err.begin(), r.err.end(), '\n'), 1) << r.err;
   EXPECT_EQ(listing(), (std::set<std::string>{"a.y4m", "b.y4m", "fa.yuv", "fb.yuv", "fo.yuv"}));
 }

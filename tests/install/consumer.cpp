@@ -9,6 +9,7 @@
 #include "frame/transition_op.h"
 #include "frame/zv_transition.h"
 #include "gl/gl_release.h"
+#include "gl/gl_status.h"
 #include "host/image.h"
 #include "host/transition_registry.h"
 
@@ -27,7 +28,10 @@ int main() {
   params.enabled = 1;
   int result = transition_get_op(fade)(&out, &a, &b, &params);
   if (result != 0 || out.get_Y()[0] != 200) return std::printf("Fade gave %d, luma %d\n", result, out.get_Y()[0]), 1;
-  std::printf("66 transitions; %s drew b; style 0 is \"%s\"\n", transition_get_op_name(fade), zvTranGetStyleName(14)[0]);
+  char opengl[256];
+  if (ZvOpenGLStatus(fade, opengl, sizeof opengl) != 1) return std::puts("Fade cannot draw"), 1;
+  std::printf("66 transitions; %s drew b; style 0 is \"%s\"; OpenGL: %s\n", transition_get_op_name(fade),
+              zvTranGetStyleName(14)[0], opengl);
 
   // Grey (neutral chroma), which comes back through RGB as it went.
   for (Image* image : {&a, &b}) {

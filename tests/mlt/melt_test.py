@@ -100,6 +100,27 @@ def main():
             sys.exit(f"wrong parameter: rc {result.returncode}, no {text!r} in\n{result.stderr[-2000:]}")
 
     a, b = decode(clips["a"], SIZE), decode(clips["b"], SIZE)
+    # Where no OpenGL context can be made, a 3D or GLSL transition says why, once, and its frames carry an error (MLT
+    # puts its fallback picture in their place); a software transition renders as ever.
+    no_gl = dict(env, LIBGL_DRIVERS_PATH="/nonexistent")
+    for service, shows in (("zv_3d_cube", None), ("zvgl_fade", None), ("zv_fade", b)):
+        out = os.path.join(work, service + "_no_gl.mp4")
+        result = subprocess.run(["melt", "-profile", profile, clips["a"], "in=0", f"out={N - 1}", "-track", clips["b"],
+                                 "in=0", f"out={N - 1}", "-transition", service, "in=0", f"out={N - 1}", "a_track=0",
+                                 "b_track=1", "-consumer", f"avformat:{out}", "vcodec=libx264", "qp=0", "an=1",
+                                 "real_time=-1", "terminate_on_pause=1"], env=no_gl, stdin=subprocess.DEVNULL,
+                                stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, timeout=240)
+        said = [line for line in result.stderr.splitlines() if "no OpenGL context can be made" in line]
+        expected = 0 if shows else 1
+        if len(said) != expected or (said and "eglInitialize" not in said[0]):
+            sys.exit(f"{service} without OpenGL: {len(said)} reports, not {expected}:\n{result.stderr[-2000:]}")
+        frames = decode(out, SIZE)
+        if len(frames) != N:
+            sys.exit(f"{service} without OpenGL: {len(frames)} frames, not {N}")
+        print(f"{service} without OpenGL: {len(said)} report(s)")
+        if shows:
+            check_frame(f"{service} without OpenGL: last frame vs B", frames[-1], shows[N - 1], SIZE, TOLERANCE)
+
     for service, op, style, b_at_end, settings in FAMILIES:
         out = os.path.join(work, service + ".mp4")
         sets = [f"{name}={value}" for name, value in settings.items()]
