@@ -161,7 +161,8 @@ bool CGlCollectionRenderer::Draw(int index, const YuvRegion& out, const YuvRegio
                                  double progress, const std::vector<GlParamSetting>& settings, std::string* error) {
   const GlCollectionEntry& entry = kGlCollection[index];
   MakeCurrent();
-  while (glGetError() != GL_NO_ERROR) {
+  // Errors left from before this call are not this call's (a context keeps a few at most).
+  for (int i = 0; i < 16 && glGetError() != GL_NO_ERROR; ++i) {
   }
   Program& p = ProgramFor(index);
   if (!p.program.built()) {
