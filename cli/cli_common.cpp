@@ -160,11 +160,14 @@ void load_transitions() {
 
 void require_drawable(int id) {
   if (!zv::transition_uses_opengl(id)) return;
+  const char* name = transition_get_op_name(id);
+  require_opengl(name ? name : "this transition");
+}
+
+void require_opengl(const std::string& name) {
   const zv::OffscreenGlStatus& gl = zv::offscreen_gl_status();
   if (gl.available) return;
-  const char* name = transition_get_op_name(id);
-  throw RunError(std::string(name ? name : "this transition") +
-                 " draws with OpenGL, and no OpenGL context can be made: " + gl.error);
+  throw RunError(name + " draws with OpenGL, and no OpenGL context can be made: " + gl.error);
 }
 
 int resolve_transition(const std::string& text) {

@@ -83,6 +83,8 @@ void load_transitions();
 // the OpenGL transitions need an OpenGL context, which may be missing on a
 // machine without a driver.
 void require_drawable(int id);
+// The same for a transition named `name` that draws with OpenGL (the GLSL ones).
+void require_opengl(const std::string& name);
 // A transition id from an id or a display name (any case, as style names);
 // a usage error otherwise.
 int resolve_transition(const std::string& text);

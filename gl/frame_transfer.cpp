@@ -26,6 +26,11 @@ void black_rgba(uint8_t* rgba, int pixels) {
 
 }  // namespace
 
+YuvRegion image_region(const Image* image, int width, int height) {
+  const int chroma = image->width / 2;
+  return {{image->get_Y(), image->get_U(), image->get_V()}, {image->width, chroma, chroma}, width, height};
+}
+
 bool image_covers(const Image* image, int width, int height) {
   return (width & ~1) <= image->width && (height & ~1) <= image->height;
 }
@@ -43,7 +48,9 @@ void copy_top_left(const Image* from, Image* to) {
   }
 }
 
-FrameRows::FrameRows(const Image& image, int width, int height) : image_(&image), width_(width), height_(height) {}
+FrameRows::FrameRows(const Image& image, int width, int height) : FrameRows(image_region(&image, width, height)) {}
+
+FrameRows::FrameRows(const YuvRegion& region) : region_(region), width_(region.width), height_(region.height) {}
 
 FrameRows::FrameRows(CNewDib& bitmap)
     : bitmap_(&bitmap),
@@ -68,9 +75,10 @@ void FrameRows::Row(int row, uint8_t* rgba, const RowKernels& kernels) const {
     black_rgba(rgba, width_);
     return;
   }
-  const ptrdiff_t chroma = static_cast<ptrdiff_t>(picture_row / 2) * (image_->width / 2);
-  kernels.yuv_to_rgba(rgba, image_->get_Y() + static_cast<ptrdiff_t>(picture_row) * image_->width,
-                      image_->get_U() + chroma, image_->get_V() + chroma, even_width);
+  const ptrdiff_t chroma = picture_row / 2;
+  kernels.yuv_to_rgba(rgba, region_.planes[0] + static_cast<ptrdiff_t>(picture_row) * region_.strides[0],
+                      region_.planes[1] + chroma * region_.strides[1], region_.planes[2] + chroma * region_.strides[2],
+                      even_width);
   if (even_width < width_) black_rgba(rgba + 4 * even_width, width_ - even_width);
 }
 
@@ -82,6 +90,11 @@ void frame_rows_to_rgba(const FrameRows& rows, uint8_t* rgba, ptrdiff_t stride) 
 }
 
 void read_framebuffer_into_image(int width, int height, Image* out, std::vector<uint8_t>& scratch) {
+  read_framebuffer_into_region(image_region(out, width, height), scratch);
+}
+
+void read_framebuffer_into_region(const YuvRegion& out, std::vector<uint8_t>& scratch) {
+  const int width = out.width, height = out.height;
   if (width <= 0 || height <= 0) return;
   const ptrdiff_t pitch = static_cast<ptrdiff_t>(width) * 4;
   scratch.resize(static_cast<size_t>(pitch) * height);
@@ -89,15 +102,17 @@ void read_framebuffer_into_image(int width, int height, Image* out, std::vector<
   glReadPixels(0, 0, width, height, GL_RGBA, GL_UNSIGNED_BYTE, scratch.data());
   const RowKernels& kernels = row_kernels();
   const uint8_t* pixels = scratch.data();
-  const int even_width = width & ~1, u_stride = out->width / 2;
+  const int even_width = width & ~1;
+  uint8_t* const* planes = out.planes;
+  const int* strides = out.strides;
   parallel_rows((height & ~1) / 2, kMinRowsPerPart / 2, [&](int, int begin, int end) {
     for (int i = begin; i < end; ++i) {
       // Picture rows 2i and 2i + 1 are read-back rows height - 1 - 2i and the one below it.
       const uint8_t* row0 = pixels + (height - 1 - 2 * i) * pitch;
-      kernels.rgba_to_yuv(out->get_Y() + static_cast<ptrdiff_t>(2 * i) * out->width,
-                          out->get_Y() + static_cast<ptrdiff_t>(2 * i + 1) * out->width,
-                          out->get_U() + static_cast<ptrdiff_t>(i) * u_stride,
-                          out->get_V() + static_cast<ptrdiff_t>(i) * u_stride, row0, row0 - pitch, even_width);
+      kernels.rgba_to_yuv(planes[0] + static_cast<ptrdiff_t>(2 * i) * strides[0],
+                          planes[0] + static_cast<ptrdiff_t>(2 * i + 1) * strides[0],
+                          planes[1] + static_cast<ptrdiff_t>(i) * strides[1],
+                          planes[2] + static_cast<ptrdiff_t>(i) * strides[2], row0, row0 - pitch, even_width);
     }
   });
 }

@@ -15,6 +15,18 @@
 
 namespace zv {
 
+// The planes of a 4:2:0 picture region: each plane's first sample and
+// stride, and the region's luma size.
+struct YuvRegion {
+  uint8_t* planes[3];
+  int strides[3];
+  int width;
+  int height;
+};
+
+// The top-left width x height of `image` as a region.
+YuvRegion image_region(const Image* image, int width, int height);
+
 // Whether `image` holds the whole even part of a width x height bitmap; if not,
 // it is converted through a black frame of that size (pad_image).
 bool image_covers(const Image* image, int width, int height);
@@ -22,10 +34,12 @@ bool image_covers(const Image* image, int width, int height);
 void copy_top_left(const Image* from, Image* to);
 
 // The rows of a width x height frame bitmap, made on demand as R, G, B, A: from
-// a frame's planes (which must cover it), or from a 24-bit bitmap.
+// a frame's planes (which must cover it) or a region of them, or from a 24-bit
+// bitmap.
 class FrameRows {
  public:
   FrameRows(const Image& image, int width, int height);
+  explicit FrameRows(const YuvRegion& region);
   explicit FrameRows(CNewDib& bitmap);
   ~FrameRows();
   FrameRows(const FrameRows&) = delete;
@@ -37,7 +51,7 @@ class FrameRows {
   void Row(int row, uint8_t* rgba, const RowKernels& kernels) const;
 
  private:
-  const Image* image_ = nullptr;
+  YuvRegion region_{};
   CNewDib* bitmap_ = nullptr;
   const uint8_t* bits_ = nullptr;
   int width_ = 0, height_ = 0;
@@ -46,9 +60,11 @@ class FrameRows {
 // Every row, bottom first, `stride` bytes apart.
 void frame_rows_to_rgba(const FrameRows& rows, uint8_t* rgba, ptrdiff_t stride);
 
-// The current framebuffer's lower-left width x height pixels into `out`'s planes:
-// the even part of the picture, as the conversion of a 24-bit bitmap of the same
-// pixels gives it. `scratch` keeps the read-back pixels' memory between calls.
+// The current framebuffer's lower-left width x height pixels into `out`'s planes
+// (or a region's): the even part of the picture, as the conversion of a 24-bit
+// bitmap of the same pixels gives it. `scratch` keeps the read-back pixels'
+// memory between calls.
 void read_framebuffer_into_image(int width, int height, Image* out, std::vector<uint8_t>& scratch);
+void read_framebuffer_into_region(const YuvRegion& out, std::vector<uint8_t>& scratch);
 
 }  // namespace zv

@@ -50,6 +50,10 @@ cases=(
   "apply 14 --a-size 8x6 --out no/such/dir/out.yuv"
   "apply 14 --a-size 8x6 --out file/out.yuv"
   "apply 14 15 --a-size 8x6"
+  "apply gl:nope --a-size 8x6"
+  "apply gl:fade --a-size 8x6 --set x=1"
+  "apply gl:luma --a-size 8x6 --set luma=missing.png"
+  "apply 14 --a-size 8x6 --set x=1"
   # catalogue
   "catalogue extra"
   "catalogue --json --yaml"
@@ -101,6 +105,18 @@ cases=(
   "render pattern:bars pattern:checker --transition Fade -o file/out.mp4"
   "render pattern:bars pattern:checker --transition Fade -o no/such/folder/"
   "render pattern:bars pattern:checker --transition Fade --size 64x48 -o /dev/full/out.png"
+  "render pattern:bars pattern:checker --transition gl:nope -o out.y4m"
+  "render pattern:bars pattern:checker --transition gl:fade --set nope=1 -o out.y4m"
+  "render pattern:bars pattern:checker --transition gl:Directional --set direction=1 -o out.y4m"
+  "render pattern:bars pattern:checker --transition gl:Directional --set direction=1,x -o out.y4m"
+  "render pattern:bars pattern:checker --transition gl:Box --set location=1.5 -o out.y4m"
+  "render pattern:bars pattern:checker --transition gl:wind --set reversed=maybe -o out.y4m"
+  "render pattern:bars pattern:checker --transition gl:luma --set luma=notes.mp4 -o out.y4m"
+  "render pattern:bars pattern:checker --transition gl:fade --set =1 -o out.y4m"
+  "render pattern:bars pattern:checker --transition gl:fade --style 1 -o out.y4m"
+  "render pattern:bars pattern:checker --transition Fade --set direction=1 -o out.y4m"
+  "render pattern:bars pattern:checker --transition Fade --easing sometimes -o out.y4m"
+  "render pattern:bars pattern:checker --transition Fade --easing 'cubic-bezier(1.5,0,1,1)' -o out.y4m"
   # demo
   "demo extra"
   "demo --size 15x16 -o gallery"
@@ -108,15 +124,19 @@ cases=(
   "demo --jobs 0 -o gallery"
   "demo --ids 999 -o gallery"
   "demo --ids Fade,Nope -o gallery"
+  "demo --ids Fade,gl:nope -o gallery"
   "demo -o file"
   "demo --ids Fade --size 32x32 -o no/such/gallery"
-  # a 3D transition where no OpenGL context can be made: no driver, or a platform forced that has none
+  # a 3D or GLSL transition where no OpenGL context can be made: no driver, or a platform forced that has none
   "LIBGL_DRIVERS_PATH=/nonexistent render pattern:bars pattern:checker --transition 57 --size 64x48 -o out.y4m"
   "LIBGL_DRIVERS_PATH=/nonexistent render pattern:bars pattern:checker --transition 'Cross Zoom' --size 64x48 -o out.mp4"
   "LIBGL_DRIVERS_PATH=/nonexistent apply 57 --a-size 8x6 --out o.yuv"
   "LIBGL_DRIVERS_PATH=/nonexistent ZV_GL_PLATFORM=device apply '3D Drive Off' --a-size 8x6 --out o.yuv"
   "LIBGL_DRIVERS_PATH=/nonexistent demo --ids 14,49 --size 32x32 -o gallery"
   "ZV_GL_PLATFORM=nowhere render pattern:bars pattern:checker --transition 49 --size 64x48 -o out.y4m"
+  "LIBGL_DRIVERS_PATH=/nonexistent render pattern:bars pattern:checker --transition gl:fade --size 64x48 -o out.y4m"
+  "LIBGL_DRIVERS_PATH=/nonexistent apply gl:cube --a-size 8x6 --out o.yuv"
+  "LIBGL_DRIVERS_PATH=/nonexistent demo --ids 14,gl:luma --size 32x32 -o gallery"
 )
 
 # Every name (hidden ones too) with its type, size and content.
