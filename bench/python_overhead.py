@@ -4,7 +4,7 @@ best of the rounds, as other work on the machine only ever adds time. Then the m
 frames (nothing to draw), against the C++ call; a call that makes a new output frame; and the calls a second of one
 and of two Python threads.
 
-usage: python3 bench/python_overhead.py [BUILD_DIR] [ROUNDS]   (defaults: build, 7; the interpreter the module
+usage: python3 bench/python_overhead.py [BUILD_DIR] [ROUNDS]   (defaults: build, 15; the interpreter the module
 was built for, /usr/bin/python3 on Debian)
 """
 import json
@@ -15,7 +15,7 @@ import threading
 import time
 
 BUILD = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else "build").resolve()
-ROUNDS = int(sys.argv[2]) if len(sys.argv) > 2 else 7
+ROUNDS = int(sys.argv[2]) if len(sys.argv) > 2 else 15
 sys.path.insert(0, str(BUILD / "python"))
 
 import numpy as np  # noqa: E402
@@ -31,13 +31,13 @@ def frame(seed):
 def cpp_us():
     """Google Benchmark's wall time per call of the same transition on the same path."""
     run = subprocess.run([BUILD / "bin/zv_bench", "--benchmark_filter=^BM_FadeCrossfade/reference:0$",
-                          "--benchmark_format=json", "--benchmark_min_time=0.5"], capture_output=True, check=True)
+                          "--benchmark_format=json", "--benchmark_min_time=0.3"], capture_output=True, check=True)
     result = json.loads(run.stdout)["benchmarks"][0]
     assert result["time_unit"] == "ns"
     return result["real_time"] / 1000
 
 
-def python_us(call, seconds=0.5):
+def python_us(call, seconds=0.3):
     """Wall time per call over about `seconds` of calls."""
     calls, start = 0, time.perf_counter()
     while time.perf_counter() - start < seconds:
