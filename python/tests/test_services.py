@@ -8,31 +8,26 @@ SIZES = [(64, 48), (37, 21), (6, 4)]
 
 
 def bitmap(rgb):
-    """RGB rows as a 24-bit bitmap: bottom-up rows of blue, green, red, padded to 4 bytes."""
+    """RGB rows as a 24-bit bitmap's bytes: bottom-up rows of blue, green, red, padded to 4 bytes."""
     height, width, _ = rgb.shape
     rows = np.zeros((height, (3 * width + 3) // 4 * 4), np.uint8)
     rows[:, : 3 * width] = rgb[::-1, :, ::-1].reshape(height, 3 * width)
-    return rows
+    return rows.tobytes()
 
 
 @pytest.mark.parametrize("width, height", SIZES)
-def test_rgb_to_yuv420_gives_zvtrans_bytes(width, height, tmp_path):
+def test_rgb_conversions_give_zvtrans_bytes(width, height, tmp_path):
     rgb = np.random.default_rng(1).integers(0, 256, (height, width, 3), np.uint8)
-    (tmp_path / "in.bmp").write_bytes(bitmap(rgb).tobytes())
-    zvtran("rgb2yuv", "--bmp", tmp_path / "in.bmp", "--bmp-width", width, "--bmp-height", height,
-           "--out", tmp_path / "out.yuv", "--out-size", f"{width}x{height}")
-    assert raw(zv.rgb_to_yuv420(rgb)) == (tmp_path / "out.yuv").read_bytes()
-
-
-@pytest.mark.parametrize("width, height", SIZES)
-def test_yuv420_to_rgb_gives_zvtrans_bytes(width, height, tmp_path):
-    frame = random_frame(width, height, 1)
+    frame = random_frame(width, height, 2)
+    (tmp_path / "in.bmp").write_bytes(bitmap(rgb))
     (tmp_path / "in.yuv").write_bytes(raw(frame))
-    zvtran("yuv2rgb", "--in", tmp_path / "in.yuv", "--in-size", f"{width}x{height}", "--bmp-width", width,
-           "--bmp-height", height, "--out", tmp_path / "out.bmp")
-    rgb = zv.yuv420_to_rgb(frame)
-    assert rgb.shape == (height, width, 3)
-    assert bitmap(rgb).tobytes() == (tmp_path / "out.bmp").read_bytes()
+    sizes = ["--bmp-width", width, "--bmp-height", height]
+    zvtran("rgb2yuv", "--bmp", tmp_path / "in.bmp", *sizes, "--out", tmp_path / "out.yuv", "--out-size",
+           f"{width}x{height}")
+    zvtran("yuv2rgb", "--in", tmp_path / "in.yuv", "--in-size", f"{width}x{height}", *sizes, "--out",
+           tmp_path / "out.bmp")
+    assert raw(zv.rgb_to_yuv420(rgb)) == (tmp_path / "out.yuv").read_bytes()
+    assert bitmap(zv.yuv420_to_rgb(frame)) == (tmp_path / "out.bmp").read_bytes()
 
 
 @pytest.mark.parametrize("interpolation", [zv.NEAREST, zv.BILINEAR, zv.CUBIC])
@@ -51,7 +46,7 @@ def test_resize_gives_zvtrans_bytes(interpolation, method, source, target, aspec
     options = ["--dst-aspect", "%d:%d" % aspects[0], "--src-aspect", "%d:%d" % aspects[1]] if aspects else []
     zvtran("resize", "--src", tmp_path / "in.yuv", "--src-size", "%dx%d" % source, "--out", tmp_path / "out.yuv",
            "--out-size", "%dx%d" % target, "--interpolation", interpolation, "--method", method, *options)
-    keywords = dict(dst_aspect=aspects[0], src_aspect=aspects[1]) if aspects else {}
+    keywords = dict(zip(("dst_aspect", "src_aspect"), aspects or ()))
     got = zv.resize(frame, target, interpolation=interpolation, method=method, **keywords)
     assert raw(got) == (tmp_path / "out.yuv").read_bytes()
 
@@ -61,13 +56,11 @@ def test_resize_gives_zvtrans_bytes(interpolation, method, source, target, aspec
                                             ((37, 21), (33, 25))])
 @pytest.mark.parametrize("given", [False, True])
 def test_letterbox_gives_zvtrans_bytes(source, target, given, tmp_path):
-    frame = random_frame(*source, seed=1)
-    start = random_frame(*target, seed=2)
+    frame, start = random_frame(*source, seed=1), random_frame(*target, seed=2)
     if not given:
         start = tuple(np.zeros_like(p) for p in start) if isinstance(start, tuple) else np.zeros_like(start)
     _, expected = zvtran_apply(tmp_path, "zvTranRound", frame, frame, start)
-    got = zv.letterbox(frame, out=start) if given else zv.letterbox(frame, target)
-    assert raw(got) == expected
+    assert raw(zv.letterbox(frame, out=start) if given else zv.letterbox(frame, target)) == expected
 
 
 @pytest.mark.parametrize("position, param1, param3", [(0.4, 0, 0), (0.7, 0xFF00FF00, 0), (1.0, 0, 0x7F0000),
