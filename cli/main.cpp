@@ -30,7 +30,7 @@ const Command kCommands[] = {
 };
 
 void print_usage(FILE* to) {
-  std::fprintf(to, "usage: zvtran COMMAND [options]\n\ncommands:\n");
+  std::fprintf(to, "usage: zvtran COMMAND [options]\n       zvtran --version\n\ncommands:\n");
   for (const Command& c : kCommands) std::fprintf(to, "  %-10s %s\n", c.name, c.summary);
 }
 
@@ -61,8 +61,13 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "usage: zvtran COMMAND [options] (try: zvtran --help)\n");
     return 2;
   }
-  if (!std::strcmp(argv[1], "--help") || !std::strcmp(argv[1], "-h") || !std::strcmp(argv[1], "help")) {
-    print_usage(stdout);
+  const bool version = !std::strcmp(argv[1], "--version");
+  if (version || !std::strcmp(argv[1], "--help") || !std::strcmp(argv[1], "-h") || !std::strcmp(argv[1], "help")) {
+    if (version) {
+      std::printf("zvtran %s\n", ZV_VERSION);
+    } else {
+      print_usage(stdout);
+    }
     try {
       zvcli::flush_stdout();
     } catch (const std::exception& e) {

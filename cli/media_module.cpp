@@ -2,6 +2,7 @@
 
 #include <dlfcn.h>
 #include <mutex>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "cli/cli_common.h"
@@ -12,7 +13,7 @@
 namespace zvcli {
 namespace {
 
-// The folder the program runs from, where the module lies.
+// The folder the program runs from; the module lies at a path relative to it.
 std::string program_folder() {
   std::string path(4096, '\0');
   const ssize_t length = readlink("/proc/self/exe", path.data(), path.size() - 1);
@@ -23,12 +24,26 @@ std::string program_folder() {
 }
 
 const MediaModule* load_module() {
-  const std::string path = program_folder() + "/zvtran-media.so";
+  const std::string path = program_folder() + "/" ZV_MEDIA_MODULE_DIR "/zvtran-media.so";
   void* handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (!handle) throw RunError(std::string("cannot load FFmpeg's part of zvtran: ") + dlerror());
   auto entry = reinterpret_cast<const MediaModule* (*)()>(dlsym(handle, "zvtran_media_module"));
   if (!entry) throw RunError(path + ": not zvtran's media module");
   return entry();  // kept loaded until the program ends
+}
+
+// Frames rendered only to be dropped: `-o /dev/null`, for timing a render.
+class DiscardingSink : public FrameSink {
+ public:
+  void write(const Image&, int) override {}
+  void finish() override {}
+};
+
+// The null device by any name (a link to it too).
+bool is_null_device(const std::string& path) {
+  struct stat given, null;
+  return stat(path.c_str(), &given) == 0 && S_ISCHR(given.st_mode) && stat("/dev/null", &null) == 0 &&
+         given.st_rdev == null.st_rdev;
 }
 
 }  // namespace
@@ -48,6 +63,7 @@ std::unique_ptr<FrameSource> open_source(const std::string& name) {
 }
 
 std::unique_ptr<FrameSink> open_sink(const std::string& path, const OutputInfo& info) {
+  if (is_null_device(path)) return std::make_unique<DiscardingSink>();
   if (path == "-" || has_extension(path, ".y4m")) return open_y4m_sink(path, info);
   return media_module().open_sink(path, info);
 }

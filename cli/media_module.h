@@ -1,6 +1,6 @@
 // The part of zvtran that runs on FFmpeg's libraries (decoding media files,
 // scaling pictures, H.264 and PNG output, audio) lives in a module of its own,
-// zvtran-media.so beside the program, loaded on first use: those libraries
+// zvtran-media.so in the library folder, loaded on first use: those libraries
 // pull in well over a hundred shared objects, whose loading would otherwise
 // cost every run more than rendering a short clip. A Y4M or pattern render to
 // Y4M never loads it.

@@ -1,6 +1,7 @@
 // Where rendered frames go; OUT's form picks the kind: ".mp4" (H.264), ".y4m"
-// or "-" (a Y4M stream on stdout), ".png" (a contact sheet), or a folder (one
-// PNG per frame). Every file appears under its final name only when complete.
+// or "-" (a Y4M stream on stdout), ".png" (a contact sheet), a folder (one PNG
+// per frame), or /dev/null (the frames are dropped, for timing a render). Every
+// file appears under its final name only when complete.
 #pragma once
 
 #include <memory>

@@ -19,3 +19,12 @@ function(zv_link_core target)
     target_link_libraries(${target} PRIVATE -Wl,--push-state,--no-as-needed ZvTransition -Wl,--pop-state)
   endif()
 endfunction()
+
+# Installed, `target` (going to `install_dir` under the prefix) finds the
+# project's libraries through a path relative to itself, so the tree works
+# under any prefix.
+function(zv_install_rpath target install_dir)
+  file(RELATIVE_PATH to_libdir ${CMAKE_INSTALL_PREFIX}/${install_dir} ${CMAKE_INSTALL_FULL_LIBDIR})
+  string(REGEX REPLACE "/$" "" rpath "$ORIGIN/${to_libdir}")
+  set_target_properties(${target} PROPERTIES INSTALL_RPATH "${rpath}")
+endfunction()

@@ -1,15 +1,17 @@
 # What `cmake --install` puts under the prefix: the library and the host
-# modules it runs with, the headers of its interface, a CMake package
-# (ZvTransition::ZvTransition) and a pkg-config file.
+# modules it runs with (component libs), the headers of its interface, a CMake
+# package (ZvTransition::ZvTransition) and a pkg-config file (component dev).
+# zvtran (cli) and the MLT module (mlt) install from their folders.
 include(CMakePackageConfigHelpers)
 
 set(ZV_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/ZvTransition)
 set(ZV_HEADER_DIR ${CMAKE_INSTALL_INCLUDEDIR}/zvtransition)
 
-install(TARGETS ZvTransition zorvan zvCtrls zvSuppt EXPORT ZvTransitionTargets
-  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
-  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+set(ZV_INSTALLED_LIBRARIES ZvTransition zorvan zvCtrls zvSuppt)
+install(TARGETS ${ZV_INSTALLED_LIBRARIES} EXPORT ZvTransitionTargets
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT libs
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT libs NAMELINK_COMPONENT dev
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT dev)
 
 # The interface the README documents, with the headers it includes.
 set(ZV_PUBLIC_HEADERS
@@ -20,16 +22,16 @@ set(ZV_PUBLIC_HEADERS
   host/new_dib.h host/bitmap_header.h)
 foreach(header ${ZV_PUBLIC_HEADERS})
   get_filename_component(folder ${header} DIRECTORY)
-  install(FILES ${PROJECT_SOURCE_DIR}/${header} DESTINATION ${ZV_HEADER_DIR}/${folder})
+  install(FILES ${PROJECT_SOURCE_DIR}/${header} DESTINATION ${ZV_HEADER_DIR}/${folder} COMPONENT dev)
 endforeach()
 
-install(EXPORT ZvTransitionTargets NAMESPACE ZvTransition:: DESTINATION ${ZV_CMAKE_DIR})
+install(EXPORT ZvTransitionTargets NAMESPACE ZvTransition:: DESTINATION ${ZV_CMAKE_DIR} COMPONENT dev)
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/ZvTransitionConfig.cmake.in
   ${PROJECT_BINARY_DIR}/ZvTransitionConfig.cmake INSTALL_DESTINATION ${ZV_CMAKE_DIR})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/ZvTransitionConfigVersion.cmake
   COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/ZvTransitionConfig.cmake
-  ${PROJECT_BINARY_DIR}/ZvTransitionConfigVersion.cmake DESTINATION ${ZV_CMAKE_DIR})
+  ${PROJECT_BINARY_DIR}/ZvTransitionConfigVersion.cmake DESTINATION ${ZV_CMAKE_DIR} COMPONENT dev)
 
 # The pkg-config file finds the prefix from its own place, so the tree may be
 # installed under any prefix (`cmake --install build --prefix DIR`).
@@ -37,4 +39,4 @@ set(ZV_PC_DIR ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 file(RELATIVE_PATH ZV_PC_TO_PREFIX /root/${ZV_PC_DIR} /root)
 string(REGEX REPLACE "/$" "" ZV_PC_TO_PREFIX "${ZV_PC_TO_PREFIX}")
 configure_file(${PROJECT_SOURCE_DIR}/cmake/zvtransition.pc.in ${PROJECT_BINARY_DIR}/zvtransition.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/zvtransition.pc DESTINATION ${ZV_PC_DIR})
+install(FILES ${PROJECT_BINARY_DIR}/zvtransition.pc DESTINATION ${ZV_PC_DIR} COMPONENT dev)

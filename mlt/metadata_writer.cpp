@@ -1,10 +1,11 @@
 // Writes the MLT metadata of every transition service (one YAML file each,
-// transition_<service>.yml) into the folder given, from the library's catalogue.
-#include <algorithm>
+// transition_<service>.yml) and Kdenlive's descriptors of them (<service>.xml)
+// into the two folders given, from the library's catalogue.
 #include <cstdio>
 #include <fstream>
 #include <string>
 
+#include "mlt/kdenlive_descriptor.h"
 #include "mlt/service_names.h"
 
 namespace {
@@ -19,13 +20,6 @@ std::string quoted(const std::string& text) {
   return out + "\"";
 }
 
-// A label as a title: without the blanks and the colon around it.
-std::string title_of(std::string label) {
-  size_t end = label.find_last_not_of(" :");
-  label.erase(end == std::string::npos ? 0 : end + 1);
-  return label.substr(std::min(label.size(), label.find_first_not_of(' ')));
-}
-
 void write_yaml(std::ostream& out, const zv_mlt::TransitionInfo& t) {
   out << "schema_version: 7.0\n"
       << "type: transition\n"
@@ -34,13 +28,11 @@ void write_yaml(std::ostream& out, const zv_mlt::TransitionInfo& t) {
       << "version: 1\n"
       << "language: en\n"
       << "tags:\n  - Video\n"
-      << "description: " << quoted("The ZvTransition transition " + t.name + " (id " + std::to_string(t.id) +
-                                   "), on planar YUV 4:2:0 frames.")
-      << "\n";
+      << "description: " << quoted(zv_mlt::description_of(t)) << "\n";
   out << "parameters:\n";
   if (!t.styles.empty()) {
     out << "  - identifier: style\n"
-        << "    title: " << quoted(t.labels.empty() ? "Style" : title_of(t.labels[0])) << "\n"
+        << "    title: " << quoted(zv_mlt::parameter_title(t, 0)) << "\n"
         << "    type: string\n"
         << "    description: \"A style name, or its index counted from 0.\"\n"
         << "    default: " << quoted(t.styles[0]) << "\n"
@@ -53,7 +45,7 @@ void write_yaml(std::ostream& out, const zv_mlt::TransitionInfo& t) {
   for (int p = 0; p < 2; ++p) {
     if (t.labels.size() < static_cast<size_t>(p) + 2) break;
     out << "  - identifier: param" << p + 1 << "\n"
-        << "    title: " << quoted(title_of(t.labels[p + 1])) << "\n"
+        << "    title: " << quoted(zv_mlt::parameter_title(t, p + 1)) << "\n"
         << "    type: " << types[p] << "\n"
         << "    default: 0\n"
         << "    mutable: yes\n";
@@ -63,8 +55,8 @@ void write_yaml(std::ostream& out, const zv_mlt::TransitionInfo& t) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 2) {
-    std::fprintf(stderr, "usage: %s FOLDER\n", argv[0]);
+  if (argc != 3) {
+    std::fprintf(stderr, "usage: %s YAML_FOLDER KDENLIVE_FOLDER\n", argv[0]);
     return 2;
   }
   auto catalogue = zv_mlt::read_catalogue();
@@ -73,12 +65,20 @@ int main(int argc, char** argv) {
     return 1;
   }
   for (const auto& t : catalogue) {
-    std::string path = std::string(argv[1]) + "/transition_" + zv_mlt::service_name(t.name.c_str()) + ".yml";
-    std::ofstream out(path);
-    write_yaml(out, t);
-    if (!out) {
-      std::fprintf(stderr, "cannot write %s\n", path.c_str());
+    const std::string service = zv_mlt::service_name(t.name.c_str());
+    const std::string paths[2] = {std::string(argv[1]) + "/transition_" + service + ".yml",
+                                  std::string(argv[2]) + "/" + service + ".xml"};
+    std::ofstream files[2] = {std::ofstream(paths[0]), std::ofstream(paths[1])};
+    write_yaml(files[0], t);
+    if (!zv_mlt::write_kdenlive_descriptor(files[1], t)) {
+      std::fprintf(stderr, "%s: a style name holds a comma, which Kdenlive's lists cannot show\n", t.name.c_str());
       return 1;
+    }
+    for (int k = 0; k < 2; ++k) {
+      if (!files[k].flush()) {
+        std::fprintf(stderr, "cannot write %s\n", paths[k].c_str());
+        return 1;
+      }
     }
   }
   return 0;

@@ -1,5 +1,6 @@
 #include "mlt/service_names.h"
 
+#include <algorithm>
 #include <cctype>
 
 #include "frame/zv_transition.h"
@@ -42,6 +43,18 @@ std::vector<TransitionInfo> read_catalogue() {
     catalogue.push_back(std::move(info));
   }
   return catalogue;
+}
+
+std::string parameter_title(const TransitionInfo& t, size_t index) {
+  if (index >= t.labels.size()) return "Style";
+  std::string label = t.labels[index];
+  const size_t end = label.find_last_not_of(" :");
+  label.erase(end == std::string::npos ? 0 : end + 1);
+  return label.substr(std::min(label.size(), label.find_first_not_of(' ')));
+}
+
+std::string description_of(const TransitionInfo& t) {
+  return "The ZvTransition transition " + t.name + " (id " + std::to_string(t.id) + "), on planar YUV 4:2:0 frames.";
 }
 
 }  // namespace zv_mlt

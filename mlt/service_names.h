@@ -24,4 +24,12 @@ struct TransitionInfo {
 // catalogue: ids 1 to 66, or nothing when the library could not register.
 std::vector<TransitionInfo> read_catalogue();
 
+// The title editors show for the style (index 0), param1 (1) or param2 (2): the
+// catalogue's label without the blanks and the colon around it ("Mosaic X: "
+// gives "Mosaic X"), or "Style" for a transition that has styles but no labels.
+std::string parameter_title(const TransitionInfo& t, size_t index);
+
+// The one-line description editors show.
+std::string description_of(const TransitionInfo& t);
+
 }  // namespace zv_mlt

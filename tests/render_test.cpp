@@ -198,8 +198,19 @@ TEST_F(RenderTest, PatternsIntoEveryKindOfOutput) {
   }
   EXPECT_EQ(names, "++++++++++-");
   EXPECT_EQ(probe("width,height", "frames/frame-00010.png"), "96,64\n");
+
+  // /dev/null, by name or through a link: every frame rendered and dropped, nothing left beside it in /dev.
+  fs::create_symlink("/dev/null", path("sink"));
+  for (const std::string& sink : {std::string("/dev/null"), path("sink")}) {
+    EXPECT_EQ(zvtran_ok(clips + "-o '" + sink + "'"),
+              sink + ": 10 frames, 96x64 at 20 fps (Fade, style 0: Normal Switch)\n");
+  }
+  EXPECT_TRUE(fs::is_symlink(path("sink")));
+  for (const auto& entry : fs::directory_iterator("/dev")) {
+    EXPECT_NE(entry.path().filename().string().rfind(".null", 0), 0u) << entry.path();
+  }
   EXPECT_EQ(listing(), (std::set<std::string>{"out.y4m", "clips.y4m", "bars.mp4", "gradient.mp4", "sheet.png",
-                                               "frames"}));
+                                               "frames", "sink"}));
 }
 
 TEST_F(RenderTest, BadInputGetsOneLineAndLeavesNothing) {

@@ -14,6 +14,9 @@ export MESA_SHADER_CACHE_DISABLE=true
 zv_build build -DCMAKE_BUILD_TYPE=Release -DZV_BUILD_TESTS=ON -DZV_BUILD_BENCH=ON
 (cd build && ctest --output-on-failure -j "$(nproc)")
 
+# The Debian packages: built, checked by lintian, installed, used, removed.
+bash tests/packages/deb_test.sh
+
 zv_build build-sanitize -DCMAKE_BUILD_TYPE=Debug -DZV_SANITIZE=ON -DZV_BUILD_TESTS=ON -DZV_BUILD_BENCH=OFF
 export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1

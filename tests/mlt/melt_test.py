@@ -12,45 +12,16 @@ import shutil
 import subprocess
 import sys
 
-W, H, FPS, N = 160, 120, 25, 25  # the transition spans N frames: 1 s
-FRAME = W * H * 3 // 2
+from melt_support import (FPS, LUMA_TOLERANCE, TOLERANCE, check_frame, decode, make_clips, melt_env, run,
+                          zvtran_apply)
+
+W, H, N = 160, 120, 25  # the transition spans N frames: 1 s
+SIZE = (W, H)
 # One transition per family: service, id, style, and whether its last frame is
-# B itself (the cube ends on B's face drawn through its square texture).
+# B itself (the cube ends on B's face drawn through its square texture, close
+# to B but not equal).
 FAMILIES = [("zv_line_based_wipe", 1, 3, True), ("zv_fade", 14, 0, True), ("zv_3d_door", 59, 1, True),
             ("zv_3d_cube", 57, 0, False)]
-# Mean absolute differences per sample that MLT's conversions add: the encoder is
-# lossless, but MLT hands the consumer 4:2:2 and resamples the chroma. Luma
-# comes through untouched, so it must match what zvtran draws nearly exactly
-# (the 3D Cube's end frames are A and B drawn through OpenGL: close, not equal).
-TOLERANCE, LUMA_TOLERANCE = 2.0, 0.25
-
-
-def run(cmd, env=None, **kw):
-    result = subprocess.run(cmd, env=env, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                            text=True, timeout=240, **kw)
-    if result.returncode != 0:
-        sys.exit(f"failed ({result.returncode}): {' '.join(cmd)}\n{result.stdout[-3000:]}\n{result.stderr[-3000:]}")
-    return result
-
-
-def farm(target, sources, extra):
-    """A folder linking every entry of `sources` plus `extra`: MLT reads one
-    folder each for modules and data, and the variables replace its own."""
-    os.makedirs(target)
-    for name in os.listdir(sources):
-        os.symlink(os.path.join(sources, name), os.path.join(target, name))
-    for path in extra:
-        os.symlink(path, os.path.join(target, os.path.basename(path)))
-
-
-def decode(path):
-    raw = subprocess.run(["ffmpeg", "-v", "error", "-i", path, "-f", "rawvideo", "-pix_fmt", "yuv420p", "-"],
-                         stdout=subprocess.PIPE, check=True).stdout
-    return [raw[i:i + FRAME] for i in range(0, len(raw), FRAME)]
-
-
-def mean_diff(x, y):
-    return sum(abs(p - q) for p, q in zip(x, y)) / len(x)
 
 
 def main():
@@ -58,19 +29,13 @@ def main():
     preload = sys.argv[8] if len(sys.argv) > 8 and sys.argv[7] == "--sanitize" else None
     shutil.rmtree(work, ignore_errors=True)
     os.makedirs(work)
-    farm(os.path.join(work, "modules"), mlt_modules, [module])
-    farm(os.path.join(work, "data"), mlt_data, [yaml_dir])
-    env = dict(os.environ, MLT_REPOSITORY=os.path.join(work, "modules"), MLT_DATA=os.path.join(work, "data"))
+    env = melt_env(work, module, yaml_dir, mlt_modules, mlt_data)
     profile = os.path.join(work, "profile")
     with open(profile, "w") as f:
         f.write(f"description=zv test\nwidth={W}\nheight={H}\nprogressive=1\nsample_aspect_num=1\nsample_aspect_den=1\n"
                 f"display_aspect_num={W}\ndisplay_aspect_den={H}\nframe_rate_num={FPS}\nframe_rate_den=1\n"
                 "colorspace=601\n")
-    clips = {}
-    for name, source in (("a", "testsrc"), ("b", "testsrc2")):
-        clips[name] = os.path.join(work, name + ".mp4")
-        run(["ffmpeg", "-v", "error", "-f", "lavfi", "-i", f"{source}=size={W}x{H}:rate={FPS}:duration=2",
-             "-pix_fmt", "yuv420p", "-c:v", "libx264", "-qp", "0", clips[name]])
+    clips = make_clips(work, SIZE)
 
     def melt(service, extra, out, melt_env):
         run(["melt", "-profile", profile, clips["a"], "in=0", f"out={N - 1}", "-track", clips["b"], "in=0",
@@ -108,37 +73,20 @@ def main():
     if result.returncode != 0 or "out of range" not in result.stderr:
         sys.exit(f"wrong style: rc {result.returncode}\n{result.stderr[-2000:]}")
 
-    a, b = decode(clips["a"]), decode(clips["b"])
-    size = f"{W}x{H}"
-
-    def apply(op, style, i):
-        """What `zvtran apply` draws for frame i of the transition."""
-        paths = [os.path.join(work, f"{name}{i}.yuv") for name in ("a", "b", "out")]
-        for path, frame in zip(paths, (a[i], b[i])):
-            with open(path, "wb") as f:
-                f.write(frame)
-        run([zvtran, "apply", str(op), "--a", paths[0], "--a-size", size, "--b", paths[1], "--b-size", size,
-             "--out", paths[2], "--out-size", size, "--style", str(style), "--duration", "1",
-             "--position", str(i / (N - 1))])
-        with open(paths[2], "rb") as f:
-            return f.read()
-
+    a, b = decode(clips["a"], SIZE), decode(clips["b"], SIZE)
     for service, op, style, b_at_end in FAMILIES:
         out = os.path.join(work, service + ".mp4")
         melt(service, [f"style={style}"], out, env)
-        frames = decode(out)
+        frames = decode(out, SIZE)
         if len(frames) != N:
             sys.exit(f"{service}: {len(frames)} frames, not {N}")
-        checks = [("first frame vs A", frames[0], a[0], TOLERANCE)]
+        check_frame(f"{service}: first frame vs A", frames[0], a[0], SIZE, TOLERANCE)
         if b_at_end:
-            checks.append(("last frame vs B", frames[N - 1], b[N - 1], TOLERANCE))
+            check_frame(f"{service}: last frame vs B", frames[N - 1], b[N - 1], SIZE, TOLERANCE)
         for i in (0, N // 2, N - 1):
-            checks.append((f"frame {i} vs zvtran apply", frames[i], apply(op, style, i), LUMA_TOLERANCE))
-        for label, got, want, luma_tolerance in checks:
-            d, luma = mean_diff(got, want), mean_diff(got[:W * H], want[:W * H])
-            print(f"{service}: {label}: mean difference {d:.3f}, luma {luma:.3f}")
-            if d > TOLERANCE or luma > luma_tolerance:
-                sys.exit(f"{service}: {label} differs by {d:.3f} per sample, {luma:.3f} in luma")
+            want = zvtran_apply(zvtran, work, op, style, a[i], b[i], SIZE, i / (N - 1))
+            check_frame(f"{service}: frame {i} vs zvtran apply", frames[i], want, SIZE, LUMA_TOLERANCE)
+
 
 if __name__ == "__main__":
     main()
