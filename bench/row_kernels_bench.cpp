@@ -78,6 +78,16 @@ void BM_RowBgrToYuv(benchmark::State& s) {
 void BM_RowBgrToRgba(benchmark::State& s) {
   run_row(s, [](const zv::RowKernels& r, RowData& d) { r.bgr_to_rgba(d.wide2.data(), d.wide.data(), kRow); });
 }
+void BM_RowYuvToRgba(benchmark::State& s) {
+  run_row(s, [](const zv::RowKernels& r, RowData& d) {
+    r.yuv_to_rgba(d.wide.data(), d.a.data(), d.b.data(), d.pick.data(), kRow);
+  });
+}
+void BM_RowRgbaToYuv(benchmark::State& s) {
+  run_row(s, [](const zv::RowKernels& r, RowData& d) {
+    r.rgba_to_yuv(d.out.data(), d.a.data(), d.b.data(), d.pick.data(), d.wide.data(), d.wide2.data(), kRow);
+  });
+}
 
 BENCHMARK(BM_RowBlend)->Arg(0)->Arg(1)->ArgName("reference");
 BENCHMARK(BM_RowBlendWeights)->Arg(0)->Arg(1)->ArgName("reference");
@@ -89,5 +99,7 @@ BENCHMARK(BM_RowSelect)->Arg(0)->Arg(1)->ArgName("reference");
 BENCHMARK(BM_RowYuvToBgr)->Arg(0)->Arg(1)->ArgName("reference");
 BENCHMARK(BM_RowBgrToYuv)->Arg(0)->Arg(1)->ArgName("reference");
 BENCHMARK(BM_RowBgrToRgba)->Arg(0)->Arg(1)->ArgName("reference");
+BENCHMARK(BM_RowYuvToRgba)->Arg(0)->Arg(1)->ArgName("reference");
+BENCHMARK(BM_RowRgbaToYuv)->Arg(0)->Arg(1)->ArgName("reference");
 
 }  // namespace

@@ -3,10 +3,12 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <optional>
 
 #include "cli/atomic_output.h"
 #include "cli/cli_common.h"
 #include "cli/commands.h"
+#include "cli/gl_collection_args.h"
 #include "cli/render_job.h"
 #include "host/transition_registry.h"
 #include "imaging/fit_overlap.h"
@@ -53,12 +55,22 @@ TransitionOp resolve_op(const std::string& text) {
 
 int apply_command(int argc, char** argv) {
   constexpr const char* kUsage =
-      "usage: zvtran apply OP [options] (OP: an id 1-66, a name, zvTranRound or zvTransparentOverlap)";
+      "usage: zvtran apply OP [options] (OP: an id 1-66, a name, gl:NAME, zvTranRound or zvTransparentOverlap)";
   Args args("apply", kUsage, argc, argv,
             {"a", "a-size", "b", "b-size", "out", "out-size", "out-init", "style", "param1", "param2", "param3",
-             "enabled", "duration", "position", "null", "a-flags", "out-flags", "calls"});
+             "enabled", "duration", "position", "null", "a-flags", "out-flags", "calls", "set"});
   if (args.positional().size() != 1) throw UsageError(kUsage);
-  TransitionOp op = resolve_op(args.positional()[0]);
+  // A GLSL transition takes its parameters by name and its progress from the
+  // block's position and duration, as the others compute it.
+  std::optional<GlChoice> gl;
+  TransitionOp op = nullptr;
+  if (is_gl_transition(args.positional()[0])) {
+    gl = gl_choice(args.positional()[0], args.get_all("set"));
+  } else if (args.has("set")) {
+    throw UsageError("--set is for GLSL transitions (gl:NAME)");
+  } else {
+    op = resolve_op(args.positional()[0]);
+  }
 
   std::set<std::string> nulls;
   for (const std::string& which : args.get_all("null")) {
@@ -94,7 +106,13 @@ int apply_command(int argc, char** argv) {
   int result = 0;
   for (int call = 0; call < calls; ++call) {
     if (interrupt_requested()) throw Interrupted();
-    result = op(out.get(), a.get(), b.get(), block);
+    if (gl) {
+      result = zvGlTranApply(gl->index, out.get(), a.get(), b.get(), block ? zv::transition_progress(block) : 0.0,
+                             gl->values.data(), static_cast<int>(gl->values.size()));
+      if (result >= kZvGlBadArgument) throw RunError(zvGlTranError());
+    } else {
+      result = op(out.get(), a.get(), b.get(), block);
+    }
     if (file) {
       for (int p = 0; p < 3; ++p) file->write(p == 0 ? out->get_Y() : p == 1 ? out->get_U() : out->get_V(), out->plane_size(p));
     }

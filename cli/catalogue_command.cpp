@@ -1,11 +1,13 @@
 // zvtran catalogue: every transition with its styles and parameter labels,
-// as a table or as JSON.
+// then the GLSL collection with authors, licences and parameters, as a table
+// or as JSON.
 #include <cstdio>
 #include <nlohmann/json.hpp>
 #include <string>
 
 #include "cli/cli_common.h"
 #include "cli/commands.h"
+#include "cli/gl_collection_args.h"
 #include "frame/catalogue.h"
 #include "frame/registration.h"
 #include "frame/zv_transition.h"
@@ -36,7 +38,7 @@ Entry describe(int id) {
   return e;
 }
 
-void print_json(const std::vector<Entry>& entries) {
+nlohmann::ordered_json entries_json(const std::vector<Entry>& entries) {
   nlohmann::ordered_json list = nlohmann::ordered_json::array();
   for (const Entry& e : entries) {
     nlohmann::ordered_json labels = nlohmann::ordered_json::array();
@@ -48,7 +50,48 @@ void print_json(const std::vector<Entry>& entries) {
                     {"params", {{"count", e.labels.size()}, {"labels", labels}}},
                     {"implemented", e.implemented}});
   }
-  std::printf("%s\n", list.dump(2).c_str());
+  return list;
+}
+
+// A parameter's default as its type reads: numbers, a list of them, a switch,
+// or null for a picture's built-in one.
+nlohmann::ordered_json default_json(const ZvGlParamInfo& p) {
+  if (p.kind == kZvGlImage) return nullptr;
+  nlohmann::ordered_json values = nlohmann::ordered_json::array();
+  for (int k = 0; k < p.components; ++k) {
+    const double v = p.defaults[k];
+    values.push_back(p.kind == kZvGlBool  ? nlohmann::ordered_json(v != 0)
+                     : p.kind == kZvGlInt ? nlohmann::ordered_json(static_cast<int64_t>(v))
+                                          : nlohmann::ordered_json(v));
+  }
+  return p.components == 1 ? values[0] : values;
+}
+
+nlohmann::ordered_json collection_json() {
+  nlohmann::ordered_json list = nlohmann::ordered_json::array();
+  for (int i = 0; i < zvGlTranCount(); ++i) {
+    const ZvGlTransitionInfo& info = *zvGlTranInfo(i);
+    nlohmann::ordered_json params = nlohmann::ordered_json::array();
+    for (int k = 0; k < info.param_count; ++k) {
+      const ZvGlParamInfo& p = info.params[k];
+      params.push_back({{"name", p.name}, {"type", p.glsl_type}, {"default", default_json(p)}});
+    }
+    list.push_back({{"id", kGlPrefix + std::string(info.name)},
+                    {"name", info.name},
+                    {"author", info.author},
+                    {"license", info.license},
+                    {"params", params}});
+  }
+  return list;
+}
+
+void print_collection_table() {
+  std::printf("\nGLSL transitions (render and apply take gl:NAME and --set NAME=VALUE):\n");
+  for (int i = 0; i < zvGlTranCount(); ++i) {
+    const ZvGlTransitionInfo& info = *zvGlTranInfo(i);
+    std::printf("  gl:%-26s by %s (%s)\n", info.name, info.author, info.license);
+    if (info.param_count > 0) std::printf("      parameters: %s\n", gl_parameter_summary(info).c_str());
+  }
 }
 
 void print_table(const std::vector<Entry>& entries) {
@@ -76,9 +119,11 @@ int catalogue_command(int argc, char** argv) {
   std::vector<Entry> entries;
   for (int id = 1; id <= zv::kTransitionCount; ++id) entries.push_back(describe(id));
   if (args.has("json")) {
-    print_json(entries);
+    const nlohmann::ordered_json all = {{"transitions", entries_json(entries)}, {"glsl_transitions", collection_json()}};
+    std::printf("%s\n", all.dump(2).c_str());
   } else {
     print_table(entries);
+    print_collection_table();
   }
   return 0;
 }

@@ -1,7 +1,8 @@
-// zvtran demo: renders every implemented transition in each of its styles
-// between two built-in patterns and writes a page that shows them all: per
-// transition a card with its id, name, styles and parameter labels, and per
-// style a looping preview video and a contact sheet.
+// zvtran demo: renders every implemented transition in each of its styles,
+// and every transition of the GLSL collection, between two built-in patterns
+// and writes a page that shows them all: per transition a card with its id,
+// name, styles and parameter labels (for the collection: author, licence and
+// parameters), and per style a looping preview video and a contact sheet.
 #include <algorithm>
 #include <atomic>
 #include <chrono>
@@ -17,6 +18,7 @@
 #include "cli/atomic_output.h"
 #include "cli/cli_common.h"
 #include "cli/commands.h"
+#include "cli/gl_collection_args.h"
 #include "cli/media_output.h"
 #include "cli/patterns.h"
 #include "cli/render_job.h"
@@ -29,16 +31,19 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kUsage = "usage: zvtran demo [-o DIR] [--ids ID,ID,...] [--size WxH] [--jobs N]";
+constexpr const char* kUsage =
+    "usage: zvtran demo [-o DIR] [--ids ID,ID,...] [--size WxH] [--jobs N] (ID: an id, a name or gl:NAME)";
 constexpr const char* kPatternA = "bars";
 constexpr const char* kPatternB = "checker";
 constexpr double kFps = 25, kTransitionSeconds = 1.2, kClipSeconds = 0.4;
 
 struct TransitionCard {
-  int id;
+  int id;                           // 0 for the collection's
   std::string name;
   std::vector<std::string> styles;  // empty: the transition has no styles
   std::vector<std::string> labels;
+  GlChoice gl;                      // the collection's transition (index -1: one of the 66)
+  std::string key() const { return gl.index >= 0 ? kGlPrefix + name : std::to_string(id); }
 };
 
 struct Job {
@@ -63,7 +68,7 @@ std::string html_escape(const std::string& text) {
 }
 
 TransitionCard describe(int id) {
-  TransitionCard card{id, transition_get_op_name(id), style_names(id), {}};
+  TransitionCard card{id, transition_get_op_name(id), style_names(id), {}, {}};
   zvTarnParamExplain* explain = zvTranGetParamExplain(id);
   for (int i = 0; i < explain->count; ++i) {
     if (explain->labels && explain->labels[i]) card.labels.push_back(explain->labels[i]);
@@ -71,33 +76,55 @@ TransitionCard describe(int id) {
   return card;
 }
 
-std::vector<int> chosen_ids(const Args& args) {
-  std::vector<int> ids;
+// A transition of the collection, with its parameters' defaults.
+TransitionCard describe_gl(int index) {
+  const ZvGlTransitionInfo& info = *zvGlTranInfo(index);
+  TransitionCard card{0, info.name, {}, {}, gl_choice(kGlPrefix + std::string(info.name), {})};
+  if (info.param_count > 0) card.labels.push_back(gl_parameter_summary(info));
+  return card;
+}
+
+// The transitions --ids names (every implemented one and the whole collection
+// without it), each once, in the order given.
+std::vector<TransitionCard> chosen_cards(const Args& args) {
+  std::vector<TransitionCard> cards;
   auto list = args.get("ids");
   if (!list) {
     for (int id = 1; id <= zv::kTransitionCount; ++id) {
-      if (zv::transition_is_implemented(id)) ids.push_back(id);
+      if (zv::transition_is_implemented(id)) cards.push_back(describe(id));
     }
-    return ids;
+    for (int i = 0; i < zvGlTranCount(); ++i) cards.push_back(describe_gl(i));
+    return cards;
   }
   size_t start = 0;
   while (start <= list->size()) {
     size_t comma = list->find(',', start);
     std::string item = list->substr(start, comma == std::string::npos ? std::string::npos : comma - start);
-    int id = resolve_transition(item);
-    if (!zv::transition_is_implemented(id)) {
-      throw UsageError("transition " + item + " is not implemented in this build");
+    TransitionCard card{};
+    if (is_gl_transition(item)) {
+      card = describe_gl(gl_choice(item, {}).index);
+    } else {
+      const int id = resolve_transition(item);
+      if (!zv::transition_is_implemented(id)) {
+        throw UsageError("transition " + item + " is not implemented in this build");
+      }
+      card = describe(id);
     }
-    if (std::find(ids.begin(), ids.end(), id) == ids.end()) ids.push_back(id);
+    const auto same = [&](const TransitionCard& c) { return c.key() == card.key(); };
+    if (std::find_if(cards.begin(), cards.end(), same) == cards.end()) cards.push_back(std::move(card));
     if (comma == std::string::npos) break;
     start = comma + 1;
   }
-  return ids;
+  return cards;
 }
 
 void render_job_into(const Job& job, const fs::path& media, Size size) {
   RenderPlan plan;
-  plan.op = transition_get_op(job.card->id);
+  if (job.card->gl.index >= 0) {
+    plan.gl = &job.card->gl;
+  } else {
+    plan.op = transition_get_op(job.card->id);
+  }
   plan.style = job.style;
   plan.duration = kTransitionSeconds;
   plan.size = size;
@@ -110,10 +137,11 @@ void render_job_into(const Job& job, const fs::path& media, Size size) {
   info.size = size;
   info.fps = kFps;
   info.transition_frames = plan.transition_frames();
-  info.title = std::to_string(job.card->id) + " " + job.card->name;
-  info.subtitle = job.card->styles.empty()
-                      ? "no styles"
-                      : "style " + std::to_string(job.style) + ": " + job.card->styles[job.style];
+  const ZvGlTransitionInfo* gl = zvGlTranInfo(job.card->gl.index);
+  info.title = gl ? job.card->key() : std::to_string(job.card->id) + " " + job.card->name;
+  info.subtitle = gl                         ? std::string("by ") + gl->author + " (" + gl->license + ")"
+                  : job.card->styles.empty() ? "no styles"
+                                             : "style " + std::to_string(job.style) + ": " + job.card->styles[job.style];
   info.video_quality = 26;
   info.encoder_threads = 1;  // the jobs themselves keep every core busy
   std::unique_ptr<FrameSink> video = open_sink((media / (job.name + ".mp4")).string(), info);
@@ -234,17 +262,31 @@ std::string page(const std::vector<TransitionCard>& cards, const std::vector<Job
                 jobs.size() == 1 ? "" : "s", size.width, size.height, seconds, kPatternA, kPatternB);
   html += "<h1>ZvTransition gallery</h1>\n<p class=\"lead\">" + html_escape(lead) +
           " <span id=\"media-status\">Checking the previews...</span></p>\n";
+  bool collection_shown = false;
   for (const TransitionCard& card : cards) {
-    html += "<section class=\"card\" id=\"t" + std::to_string(card.id) + "\">\n<h2><span>" +
-            std::to_string(card.id) + "</span>" + html_escape(card.name) + "</h2>\n<p class=\"meta\">";
-    html += card.styles.empty() ? "No styles" : std::to_string(card.styles.size()) + " styles";
+    const ZvGlTransitionInfo* gl = zvGlTranInfo(card.gl.index);
+    if (gl && !collection_shown) {
+      html += "<h1>The GLSL collection</h1>\n<p class=\"lead\">Transitions of the open collection gl-transitions, "
+              "drawn on the same OpenGL path, each under the licence its author chose (the notice file beside the "
+              "library has them in full). zvtran render takes them as --transition gl:NAME.</p>\n";
+      collection_shown = true;
+    }
+    html += "<section class=\"card\" id=\"" + (gl ? "gl-" + card.name : "t" + std::to_string(card.id)) +
+            "\">\n<h2><span>" + (gl ? std::string("gl") : std::to_string(card.id)) + "</span>" +
+            html_escape(card.name) + "</h2>\n<p class=\"meta\">";
+    if (gl) {
+      html += "by " + html_escape(gl->author) + " &middot; licence: " + html_escape(gl->license);
+    } else {
+      html += card.styles.empty() ? "No styles" : std::to_string(card.styles.size()) + " styles";
+    }
     std::string labels;
     for (const std::string& label : card.labels) labels += (labels.empty() ? "" : " &middot; ") + html_escape(label);
     html += " &middot; parameters: " + (labels.empty() ? std::string("none") : labels) + "</p>\n<div class=\"styles\">\n";
     for (const Job& job : jobs) {
       if (job.card != &card) continue;
-      const std::string caption = card.styles.empty() ? "(no styles)"
-                                                       : std::to_string(job.style) + ": " + card.styles[job.style];
+      const std::string caption = gl                  ? card.key()
+                                  : card.styles.empty() ? "(no styles)"
+                                                        : std::to_string(job.style) + ": " + card.styles[job.style];
       html += "<figure><video src=\"" + job.media() + ".mp4\" autoplay loop muted playsinline></video>"
               "<figcaption>" + html_escape(caption) + "</figcaption><a href=\"" + job.media() + ".png\"><img src=\"" +
               job.media() + ".png\" alt=\"contact sheet of " + html_escape(card.name + ", " + caption) +
@@ -296,13 +338,13 @@ int demo_command(int argc, char** argv) {
   if (threads < 1 || threads > 64) throw UsageError("--jobs must be 1 to 64");
 
   load_transitions();
-  std::vector<TransitionCard> cards;
-  for (int id : chosen_ids(args)) cards.push_back(describe(id));
+  const std::vector<TransitionCard> cards = chosen_cards(args);
   std::vector<Job> jobs;
   for (const TransitionCard& card : cards) {
     const int styles = std::max<int>(1, static_cast<int>(card.styles.size()));
     for (int style = 0; style < styles; ++style) {
-      jobs.push_back({&card, style, std::to_string(card.id) + "-" + std::to_string(style)});
+      const std::string stem = card.gl.index >= 0 ? "gl-" + card.name : std::to_string(card.id);
+      jobs.push_back({&card, style, stem + "-" + std::to_string(style)});
     }
   }
   // The gallery is built under hidden names and put in place only when whole:

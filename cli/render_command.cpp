@@ -2,6 +2,7 @@
 // patterns), rendered frame by frame through the host registry into a video,
 // a Y4M stream, a contact sheet or a folder of PNGs.
 #include <cstdio>
+#include <optional>
 #include <string>
 #include <thread>
 #include <unistd.h>
@@ -20,8 +21,9 @@ namespace zvcli {
 namespace {
 
 constexpr const char* kUsage =
-    "usage: zvtran render A B --transition T [--style S] [--param1 N] [--param2 X] [--duration SEC] "
-    "[--offset SEC] [--size WxH] [--fps R] [--with-clips] [--threads N] [--no-audio] -o OUT";
+    "usage: zvtran render A B --transition T [--style S] [--param1 N] [--param2 X] [--set NAME=VALUE ...] "
+    "[--easing E] [--duration SEC] [--offset SEC] [--size WxH] [--fps R] [--with-clips] [--threads N] [--no-audio] "
+    "-o OUT (T: an id, a name or gl:NAME)";
 constexpr int kMaxSide = kMaxFrameSide;
 constexpr int kMaxFrames = 1000000;
 
@@ -45,21 +47,46 @@ void draw_progress(int done, int total) {
 
 int render_command(int argc, char** argv) {
   Args args("render", kUsage, argc, argv,
-            {"transition", "style", "param1", "param2", "duration", "offset", "size", "fps", "output", "threads"},
+            {"transition", "style", "param1", "param2", "set", "easing", "duration", "offset", "size", "fps", "output",
+             "threads"},
             {"with-clips", "no-audio"});
   if (args.positional().size() != 2) throw UsageError(kUsage);
   const std::string out_path = args.require("output");
-  const int id = resolve_transition(args.require("transition"));
-  const char* name = transition_get_op_name(id);
-  if (!zv::transition_is_implemented(id)) {
-    throw UsageError("transition " + std::to_string(id) + " (" + name + ") is not implemented in this build");
-  }
+  const std::string transition = args.require("transition");
 
   RenderPlan plan;
-  plan.op = transition_get_op(id);
-  plan.style = resolve_style(id, args.get("style").value_or("0"));
-  plan.param1 = args.get_int("param1", 0);
-  plan.param2 = args.get_double("param2", 0.0);
+  std::optional<GlChoice> gl;
+  std::string label, title, subtitle;  // as said when done, and on the pictures
+  if (is_gl_transition(transition)) {
+    for (const char* option : {"style", "param1", "param2"}) {
+      if (args.has(option)) throw UsageError(std::string("--") + option + " is not for GLSL transitions (use --set)");
+    }
+    gl = gl_choice(transition, args.get_all("set"));
+    plan.gl = &*gl;
+    const ZvGlTransitionInfo& info = *zvGlTranInfo(gl->index);
+    label = title = kGlPrefix + std::string(info.name);
+    subtitle = std::string("by ") + info.author + " (" + info.license + ")";
+  } else {
+    if (args.has("set")) throw UsageError("--set is for GLSL transitions (gl:NAME); see --param1 and --param2");
+    const int id = resolve_transition(transition);
+    const char* name = transition_get_op_name(id);
+    if (!zv::transition_is_implemented(id)) {
+      throw UsageError("transition " + std::to_string(id) + " (" + name + ") is not implemented in this build");
+    }
+    plan.op = transition_get_op(id);
+    plan.style = resolve_style(id, args.get("style").value_or("0"));
+    plan.param1 = args.get_int("param1", 0);
+    plan.param2 = args.get_double("param2", 0.0);
+    label = name;
+    title = std::to_string(id) + " " + name;
+    std::vector<std::string> styles = style_names(id);
+    subtitle = "style " + std::to_string(plan.style) +
+               (plan.style < static_cast<int>(styles.size()) ? ": " + styles[plan.style] : "");
+  }
+  const std::string easing = args.get("easing").value_or("linear");
+  if (!zv::parse_easing(easing, &plan.easing)) {
+    throw UsageError("--easing: '" + easing + "' is not one of " + zv::kEasingChoices);
+  }
   plan.duration = args.get_double("duration", 1.0);
   if (!(plan.duration > 0 && plan.duration <= 3600)) throw UsageError("--duration must be above 0 and at most 3600");
 
@@ -93,10 +120,8 @@ int render_command(int argc, char** argv) {
   info.size = plan.size;
   info.fps = plan.fps;
   info.transition_frames = plan.transition_frames();
-  info.title = std::to_string(id) + " " + name;
-  std::vector<std::string> styles = style_names(id);
-  info.subtitle = "style " + std::to_string(plan.style) +
-                  (plan.style < static_cast<int>(styles.size()) ? ": " + styles[plan.style] : "");
+  info.title = title;
+  info.subtitle = subtitle;
   // Only an MP4 file carries sound.
   if (!args.has("no-audio") && has_extension(out_path, ".mp4")) {
     // Patterns, stdin and files without sound play silence; no track when neither has any.
@@ -125,7 +150,7 @@ int render_command(int argc, char** argv) {
   sink->finish();
   if (out_path != "-") {
     std::printf("%s: %d frames, %dx%d at %g fps (%s, %s)\n", out_path.c_str(), total, plan.size.width,
-                plan.size.height, plan.fps, name, info.subtitle.c_str());
+                plan.size.height, plan.fps, label.c_str(), info.subtitle.c_str());
   }
   return 0;
 }

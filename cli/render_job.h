@@ -8,7 +8,9 @@
 #include <vector>
 
 #include "cli/frame_source.h"
+#include "cli/gl_collection_args.h"
 #include "cli/media_output.h"
+#include "frame/easing.h"
 #include "frame/transition_op.h"
 
 namespace zvcli {
@@ -26,6 +28,8 @@ int interrupt_signal();
 
 struct RenderPlan {
   TransitionOp op = nullptr;
+  const GlChoice* gl = nullptr;  // a transition of the GLSL collection instead of `op`
+  zv::Easing easing;             // the progress each frame shows, from its time
   int style = 0;
   int param1 = 0;
   double param2 = 0;

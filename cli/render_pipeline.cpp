@@ -233,8 +233,19 @@ class Pipeline {
   }
 
   void draw(int i, Image& out, Image& frame_a, Image& frame_b) const {
-    // A fresh block per call, as a host fills it; the last frame sits exactly
-    // at the end so that it shows B alone.
+    // The fraction of the transition's time, the last frame exactly at the
+    // end so that it shows B alone; then eased.
+    const double t = i == n_ - 1 ? 1.0 : static_cast<double>(i) / (n_ - 1);
+    if (plan_.gl) {
+      const GlChoice& gl = *plan_.gl;
+      if (zvGlTranApply(gl.index, &out, &frame_a, &frame_b, zv::eased(plan_.easing, t), gl.values.data(),
+                        static_cast<int>(gl.values.size())) != kZvGlDone) {
+        throw RunError(zvGlTranError());
+      }
+      return;
+    }
+    // A fresh block per call, as a host fills it; the position is the eased
+    // fraction of the duration (linear: the time itself, as it always was).
     TransitionParams params;
     std::memset(&params, 0, sizeof params);
     params.style = plan_.style;
@@ -242,7 +253,9 @@ class Pipeline {
     params.param2 = plan_.param2;
     params.enabled = 1;
     params.duration = plan_.duration;
-    params.position = i == n_ - 1 ? plan_.duration : plan_.duration * i / (n_ - 1);
+    params.position = i == n_ - 1            ? plan_.duration
+                      : plan_.easing.linear() ? plan_.duration * i / (n_ - 1)
+                                              : zv::eased(plan_.easing, t) * plan_.duration;
     zv::set_random_state(random_state_for(i));
     int result = plan_.op(&out, &frame_a, &frame_b, &params);
     // Never a null argument here, so 1 is Overlap Alpha Blend's ordinary

@@ -76,7 +76,7 @@ void CBubblesRenderer::DrawBubbles(int style, CNewDib& dibA, CNewDib& dibB, doub
   texture.UploadDibToTexture(dibB);
   if (p > 0.7) {
     // `b` fades in over everything, so the end frame is `b` whatever the bubbles cover.
-    glColor4d(1, 1, 1, (p - 0.7) / 0.3);
+    SetColour(1, 1, 1, (p - 0.7) / 0.3);
     DrawFrameRect(g, -x0, -y0, x0, y0);
   }
   DetRand rng;
@@ -97,9 +97,9 @@ void CBubblesRenderer::DrawBubbles(int style, CNewDib& dibA, CNewDib& dibB, doub
     }
     // The disc: `b` seen through the bubble, magnified and tinted at first.
     if (style == 0) {
-      glColor4d(1, 1, 1, 1);
+      SetColour(1, 1, 1, 1);
     } else {
-      glColor4d(1 - 0.3 * (1 - p) * (1 - colour[0]), 1 - 0.3 * (1 - p) * (1 - colour[1]),
+      SetColour(1 - 0.3 * (1 - p) * (1 - colour[0]), 1 - 0.3 * (1 - p) * (1 - colour[1]),
                 1 - 0.3 * (1 - p) * (1 - colour[2]), 1);
     }
     // Each wedge of the fan is cut to the picture, so that every point of the
@@ -122,7 +122,7 @@ void CBubblesRenderer::DrawBubbles(int style, CNewDib& dibA, CNewDib& dibB, doub
     }
     glDisable(GL_TEXTURE_2D);
     // The rim, fading out toward the end.
-    glColor4d(colour[0], colour[1], colour[2], 0.6 * (1 - p));
+    SetColour(colour[0], colour[1], colour[2], 0.6 * (1 - p));
     glBegin(GL_TRIANGLE_STRIP);
     for (int k = 0; k <= 32; ++k) {
       const double c = std::cos(kTwoPi * k / 32), s = std::sin(kTwoPi * k / 32);
@@ -132,14 +132,14 @@ void CBubblesRenderer::DrawBubbles(int style, CNewDib& dibA, CNewDib& dibB, doub
     glEnd();
     // A small highlight up and to the left.
     const double hx = cx - 0.4 * radius, hy = cy + 0.4 * radius, hr = 0.15 * radius;
-    glColor4d(1, 1, 1, 0.5 * (1 - p));
+    SetColour(1, 1, 1, 0.5 * (1 - p));
     glBegin(GL_TRIANGLE_FAN);
     glVertex3d(hx, hy, 0);
     for (int k = 0; k <= 16; ++k) glVertex3d(hx + hr * std::cos(kTwoPi * k / 16), hy + hr * std::sin(kTwoPi * k / 16), 0);
     glEnd();
     glEnable(GL_TEXTURE_2D);
   }
-  glColor4d(1, 1, 1, 1);
+  SetColour(1, 1, 1, 1);
   glFlush();
 }
 
@@ -175,7 +175,7 @@ void CPatchRenderer::DrawPatch(CNewDib& dibA, CNewDib& dibB, double p) {
       double xa, ya, xb, yb;
       tile_rect(perm[rank], xa, ya, xb, yb);
       if (landed) {
-        glColor4d(1, 1, 1, 1);
+        SetColour(1, 1, 1, 1);
         DrawFrameRect(g, xa, ya, xb, yb);
         continue;
       }
@@ -186,12 +186,12 @@ void CPatchRenderer::DrawPatch(CNewDib& dibA, CNewDib& dibB, double p) {
       glTranslated(xc, yc, 0.4 * g.d0() * (1 - e));
       glRotated(90 * (1 - e), 0, 0, 1);
       glTranslated(-xc, -yc, 0);
-      glColor4d(1, 1, 1, e);
+      SetColour(1, 1, 1, e);
       DrawFrameRect(g, xa, ya, xb, yb);
       glPopMatrix();
     }
   }
-  glColor4d(1, 1, 1, 1);
+  SetColour(1, 1, 1, 1);
   glFlush();
 }
 
@@ -269,13 +269,13 @@ void CShatterRenderer::DrawShatter(CNewDib& dibA, CNewDib&, double p) {
     glTranslated(s.cx + s.dx, s.cy + s.dy, s.dz);
     glRotated(s.angle, s.axis[0], s.axis[1], s.axis[2]);
     glTranslated(-s.cx, -s.cy, 0);
-    glColor4d(1, 1, 1, s.alpha);
+    SetColour(1, 1, 1, s.alpha);
     glBegin(GL_TRIANGLES);
     for (int c = 0; c < 3; ++c) FrameVertex(g, s.x[c], s.y[c], s.x[c], s.y[c], 0);
     glEnd();
     glPopMatrix();
   }
-  glColor4d(1, 1, 1, 1);
+  SetColour(1, 1, 1, 1);
   glFlush();
 }
 

@@ -54,11 +54,11 @@ void CCrossZoomRenderer::DrawCrossZoom(CNewDib& dibA, CNewDib& dibB, double p) {
     const double mj = m * (1 + spread * j / 3);
     glPushMatrix();
     glScaled(mj, mj, 1);
-    glColor4d(1, 1, 1, 1.0 / (j + 1));
+    SetColour(1, 1, 1, 1.0 / (j + 1));
     DrawFrameRect(g, -g.x0, -g.y0, g.x0, g.y0);
     glPopMatrix();
   }
-  glColor4d(1, 1, 1, 1);
+  SetColour(1, 1, 1, 1);
   glFlush();
 }
 

@@ -92,7 +92,7 @@ void CFlagRenderer::DrawFlag(CNewDib& dibA, CNewDib&, double p) {
     // Lit where the cloth faces left, shaded where it faces right; the base
     // shade follows the wave's strength, so the flag at rest is `a` unshaded.
     const double c = std::clamp(base - 0.6 * (z[k + 1] - z[k]) / (xr[k + 1] - xr[k]), 0.5, 1.0);
-    glColor4d(c, c, c, 1);
+    SetColour(c, c, c, 1);
     glBegin(GL_QUADS);
     FrameVertex(g, xr[k], -y0, xr[k] + drift, -y0, z[k]);
     FrameVertex(g, xr[k + 1], -y0, xr[k + 1] + drift, -y0, z[k + 1]);
@@ -100,7 +100,7 @@ void CFlagRenderer::DrawFlag(CNewDib& dibA, CNewDib&, double p) {
     FrameVertex(g, xr[k], y0, xr[k] + drift, y0, z[k]);
     glEnd();
   }
-  glColor4d(1, 1, 1, 1);
+  SetColour(1, 1, 1, 1);
   glFlush();
 }
 
@@ -128,7 +128,7 @@ void CFoldRenderer::DrawFold(int style, CNewDib& dibA, CNewDib& dibB, double p) 
     // Panels turned away from the light darken as they fold (0.7 when
     // closed), so the flat picture at rest is unshaded.
     const double c = (k % 2) ? 1.0 - 0.3 * std::sin(angle) : 1.0;
-    glColor4d(c, c, c, 1);
+    SetColour(c, c, c, 1);
     glBegin(GL_QUADS);
     FrameVertex(g, -x0 + k * w, -y0, x[k], -y0, z[k]);
     FrameVertex(g, -x0 + (k + 1) * w, -y0, x[k + 1], -y0, z[k + 1]);
@@ -136,7 +136,7 @@ void CFoldRenderer::DrawFold(int style, CNewDib& dibA, CNewDib& dibB, double p) 
     FrameVertex(g, -x0 + k * w, y0, x[k], y0, z[k]);
     glEnd();
   }
-  glColor4d(1, 1, 1, 1);
+  SetColour(1, 1, 1, 1);
   glFlush();
 }
 
@@ -152,14 +152,14 @@ void CFoldingBoxRenderer::DrawFoldingBox(CNewDib& dibA, CNewDib&, double p) {
     const double q = p / 0.3;
     DrawFrameRect(g, -x0, -y0, 0, y0);
     const double c = std::cos(times_pi(q)) >= 0 ? 1.0 : kBackGrey;
-    glColor4d(c, c, c, 1);
+    SetColour(c, c, c, 1);
     glRotated(-180 * q, 0, 1, 0);  // its free edge comes toward the camera and over to the left
     DrawFrameRect(g, 0, -y0, x0, y0);
   } else if (p < 0.6) {
     // The bottom of the folded sheet folds up onto its top; the visible layer
     // is the back of the right half, `a` mirrored.
     const double q = (p - 0.3) / 0.3;
-    glColor4d(kBackGrey, kBackGrey, kBackGrey, 1);
+    SetColour(kBackGrey, kBackGrey, kBackGrey, 1);
     draw_mapped_rect(g, -x0, 0, 0, y0, -1, 1);
     glRotated(-180 * q, 1, 0, 0);  // its lower edge comes toward the camera and up
     if (std::cos(times_pi(q)) >= 0) {
@@ -171,13 +171,13 @@ void CFoldingBoxRenderer::DrawFoldingBox(CNewDib& dibA, CNewDib&, double p) {
   } else {
     // The quarter-size packet turns once about its centre while flying into the distance.
     const double q = (p - 0.6) / 0.4;
-    glColor4d(kBackGrey, kBackGrey, kBackGrey, 1);
+    SetColour(kBackGrey, kBackGrey, kBackGrey, 1);
     glTranslated(-x0 / 2 * (1 - q), y0 / 2 * (1 - q), -110 * q * q);
     glRotated(360 * q, 0, 0, 1);
     glTranslated(x0 / 2, -y0 / 2, 0);
     draw_mapped_rect(g, -x0, 0, 0, y0, 1, -1);
   }
-  glColor4d(1, 1, 1, 1);
+  SetColour(1, 1, 1, 1);
   glFlush();
 }
 
@@ -222,9 +222,9 @@ void CDistortRenderer::DrawDistort(CNewDib& dibA, CNewDib& dibB, double p) {
   const double beta = std::clamp((p - 0.25) / 0.5, 0.0, 1.0);
   if (beta > 0) {
     texture.UploadDibToTexture(dibB);
-    glColor4d(1, 1, 1, beta);
+    SetColour(1, 1, 1, beta);
     draw_mesh();
-    glColor4d(1, 1, 1, 1);
+    SetColour(1, 1, 1, 1);
   }
   glFlush();
 }

@@ -74,7 +74,7 @@ void CRotaryCubeRenderer::DrawRotaryCube(CNewDib& dibA, CNewDib& dibB, double p)
   draw_face(g, {{-x0, -y0, -z0}, {-x0, -y0, z0}, {-x0, y0, z0}, {-x0, y0, -z0}}, tex);  // left
   // The top, untextured grey; the bottom never turns toward the camera.
   glDisable(GL_TEXTURE_2D);
-  glColor4d(0.35, 0.35, 0.35, 1);
+  SetColour(0.35, 0.35, 0.35, 1);
   glBegin(GL_QUADS);
   glVertex3d(-x0, y0, z0);
   glVertex3d(x0, y0, z0);
@@ -82,7 +82,7 @@ void CRotaryCubeRenderer::DrawRotaryCube(CNewDib& dibA, CNewDib& dibB, double p)
   glVertex3d(-x0, y0, -z0);
   glEnd();
   glEnable(GL_TEXTURE_2D);
-  glColor4d(1, 1, 1, 1);
+  SetColour(1, 1, 1, 1);
   glFlush();
 }
 

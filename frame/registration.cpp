@@ -1,5 +1,8 @@
 #include "frame/registration.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "blends/blend.h"
 #include "blends/dissolves.h"
 #include "blends/fade.h"
@@ -120,6 +123,14 @@ const TransitionOp kEntries[kTransitionCount] = {
     blend_transition,            // 66 Blend
 };
 
+// The transitions drawn with OpenGL.
+const TransitionOp kOpenGlEntries[] = {
+    RotaryCubeTransition, FlagTransition,        CrossZoomTransition, ProjectionTransition,
+    FoldTransition,       DriveOffTransition,    ZStretchTransition,  WindowGridTransition,
+    FoldingBoxTransition, ImageSpiralTransition, CubeTransition,      FlipTransition,
+    BubblesTransition,    DistortTransition,     PatchTransition,     ShatterTransition,
+};
+
 // A host that already holds more than this many transitions is taken to hold
 // this library's set already (kept as hosts expect).
 constexpr int kAlreadyRegisteredThreshold = 10;
@@ -134,6 +145,11 @@ const char* load_library_string(unsigned int id) {
 
 TransitionOp transition_entry(int id) {
   return (id >= 1 && id <= kTransitionCount) ? kEntries[id - 1] : nullptr;
+}
+
+bool transition_uses_opengl(int id) {
+  TransitionOp entry = transition_entry(id);
+  return entry && std::find(std::begin(kOpenGlEntries), std::end(kOpenGlEntries), entry) != std::end(kOpenGlEntries);
 }
 
 bool transition_is_implemented(int id) {

@@ -12,6 +12,8 @@ const char* load_library_string(unsigned int id);
 
 // The entry registered for id 1..66, or null outside that range.
 TransitionOp transition_entry(int id);
+// True for the transitions drawn with OpenGL (the 3D effects that need a context).
+bool transition_uses_opengl(int id);
 // False for the ids whose entry is still the placeholder.
 bool transition_is_implemented(int id);
 

@@ -7,6 +7,8 @@
 
 #include <cstdint>
 
+#include "frame/box_filter.h"
+
 namespace zv {
 
 struct RowKernels {
@@ -37,6 +39,18 @@ struct RowKernels {
                      int n);
   // n B, G, R pixels to R, G, B, 255.
   void (*bgr_to_rgba)(uint8_t* rgba, const uint8_t* bgr, int n);
+  // yuv_to_bgr's pixels as R, G, B, 255: the bytes an OpenGL texture takes.
+  void (*yuv_to_rgba)(uint8_t* rgba, const uint8_t* y, const uint8_t* u, const uint8_t* v, int n);
+  // bgr_to_yuv over R, G, B, A pixels (A not read): what an OpenGL colour
+  // buffer reads back as.
+  void (*rgba_to_yuv)(uint8_t* y0, uint8_t* y1, uint8_t* u, uint8_t* v, const uint8_t* rgba0, const uint8_t* rgba1,
+                      int n);
+  // One row of the mipmap builder's box filter (frame/box_filter.h), with
+  // columns laid out for box_filter_lanes() lanes (the SIMD row takes the C
+  // row's way for any other layout).
+  void (*box_filter)(uint32_t* out, const uint32_t* const* rows, const BoxSpan& y, const BoxColumns& columns,
+                     float area);
+  int (*box_filter_lanes)();
   // n draws of a linear congruential generator, in order: state = state * mul
   // + add, then value = (state >> 16) & 0x7FFF. Returns the last state.
   uint32_t (*lcg_draws)(uint16_t* values, int n, uint32_t state, uint32_t mul, uint32_t add);
@@ -64,6 +78,9 @@ void select_row_c(uint8_t* out, const uint8_t* first, const uint8_t* second, con
 void yuv_to_bgr_row_c(uint8_t* bgr, const uint8_t* y, const uint8_t* u, const uint8_t* v, int n);
 void bgr_to_yuv_row_c(uint8_t* y0, uint8_t* y1, uint8_t* u, uint8_t* v, const uint8_t* bgr0, const uint8_t* bgr1, int n);
 void bgr_to_rgba_row_c(uint8_t* rgba, const uint8_t* bgr, int n);
+void yuv_to_rgba_row_c(uint8_t* rgba, const uint8_t* y, const uint8_t* u, const uint8_t* v, int n);
+void rgba_to_yuv_row_c(uint8_t* y0, uint8_t* y1, uint8_t* u, uint8_t* v, const uint8_t* rgba0, const uint8_t* rgba1,
+                       int n);
 uint32_t lcg_draws_row_c(uint16_t* values, int n, uint32_t state, uint32_t mul, uint32_t add);
 void picks_below_mod_row_c(uint8_t* pick, const uint16_t* values, int n, uint32_t divisor, uint32_t below);
 

@@ -113,6 +113,7 @@ void SelectRow(uint8_t* out, const uint8_t* first, const uint8_t* second, const 
 // pixels each) at a time. A pixel pair's six bytes are handled as three 16-bit
 // words (B0 G0, R0 B1, G1 R1), so that three-way interleaving does the packing.
 using D32 = hn::ScalableTag<int32_t>;
+using DU32 = hn::Rebind<uint32_t, D32>;
 using D16Of32 = hn::Rebind<uint16_t, D32>;
 using D8Of32 = hn::Rebind<uint8_t, D32>;
 
@@ -146,6 +147,36 @@ void YuvToBgrRow(uint8_t* bgr, const uint8_t* y, const uint8_t* u, const uint8_t
                           reinterpret_cast<uint16_t*>(bgr + 6 * j));
   }
   yuv_to_bgr_row_c(bgr + 6 * j, y + 2 * j, u + j, v + j, n - 2 * j);
+}
+
+// Four-byte pixels are 32-bit lanes: R, G, B and 255 from the lowest byte up.
+HWY_INLINE hn::Vec<DU32> rgba_pixel(hn::Vec<D32> luma, hn::Vec<D32> r0, hn::Vec<D32> g0, hn::Vec<D32> b0) {
+  const DU32 du;
+  const auto rg = pack_pair(channel(luma, r0), channel(luma, g0));
+  const auto rgb = hn::Or(rg, hn::ShiftLeft<16>(channel(luma, b0)));
+  return hn::Or(hn::BitCast(du, rgb), hn::Set(du, 0xFF000000u));
+}
+
+void YuvToRgbaRow(uint8_t* rgba, const uint8_t* y, const uint8_t* u, const uint8_t* v, int n) {
+  const D32 d;
+  const DU32 du;
+  const D8Of32 d8;
+  const int lanes = static_cast<int>(hn::Lanes(d));
+  const auto luma_k = hn::Set(d, kYuvLuma);
+  int j = 0;
+  for (; 2 * (j + lanes) <= n; j += lanes) {
+    hn::Vec<D8Of32> even8, odd8;
+    hn::LoadInterleaved2(d8, y + 2 * j, even8, odd8);
+    const auto cu = hn::PromoteTo(d, hn::LoadU(d8, u + j)), cv = hn::PromoteTo(d, hn::LoadU(d8, v + j));
+    const auto r0 = hn::Add(hn::Mul(cv, hn::Set(d, kRedV)), hn::Set(d, kRedBias));
+    const auto g0 = hn::Add(hn::Add(hn::Mul(cu, hn::Set(d, kGreenU)), hn::Mul(cv, hn::Set(d, kGreenV))),
+                            hn::Set(d, kGreenBias));
+    const auto b0 = hn::Add(hn::Mul(cu, hn::Set(d, kBlueU)), hn::Set(d, kBlueBias));
+    const auto even = hn::Mul(hn::PromoteTo(d, even8), luma_k), odd = hn::Mul(hn::PromoteTo(d, odd8), luma_k);
+    hn::StoreInterleaved2(rgba_pixel(even, r0, g0, b0), rgba_pixel(odd, r0, g0, b0), du,
+                          reinterpret_cast<uint32_t*>(rgba + 8 * j));
+  }
+  yuv_to_rgba_row_c(rgba + 8 * j, y + 2 * j, u + j, v + j, n - 2 * j);
 }
 
 HWY_INLINE hn::Vec<D32> weighted(hn::Vec<D32> r, hn::Vec<D32> g, hn::Vec<D32> b, int kr, int kg, int kb, int bias) {
@@ -185,6 +216,41 @@ void BgrToYuvRow(uint8_t* y0, uint8_t* y1, uint8_t* u, uint8_t* v, const uint8_t
   bgr_to_yuv_row_c(y0 + 2 * j, y1 + 2 * j, u + j, v + j, bgr0 + 6 * j, bgr1 + 6 * j, n - 2 * j);
 }
 
+void RgbaToYuvRow(uint8_t* y0, uint8_t* y1, uint8_t* u, uint8_t* v, const uint8_t* rgba0, const uint8_t* rgba1,
+                  int n) {
+  const D32 d;
+  const DU32 du;
+  const D16Of32 d16;
+  const D8Of32 d8;
+  const int lanes = static_cast<int>(hn::Lanes(d));
+  const auto low = hn::Set(d, 0xFF);
+  const uint8_t* rows[2] = {rgba0, rgba1};
+  uint8_t* y_rows[2] = {y0, y1};
+  int j = 0;
+  for (; 2 * (j + lanes) <= n; j += lanes) {
+    auto u_sum = hn::Zero(d), v_sum = hn::Zero(d);
+    for (int dy = 0; dy < 2; ++dy) {
+      hn::Vec<DU32> even_px, odd_px;
+      hn::LoadInterleaved2(du, reinterpret_cast<const uint32_t*>(rows[dy] + 8 * j), even_px, odd_px);
+      const auto even = hn::BitCast(d, even_px), odd = hn::BitCast(d, odd_px);
+      const auto r_even = hn::And(even, low), g_even = hn::And(hn::ShiftRight<8>(even), low);
+      const auto b_even = hn::And(hn::ShiftRight<16>(even), low);
+      const auto r_odd = hn::And(odd, low), g_odd = hn::And(hn::ShiftRight<8>(odd), low);
+      const auto b_odd = hn::And(hn::ShiftRight<16>(odd), low);
+      const auto luma = pack_pair(weighted(r_even, g_even, b_even, 4211, 8258, 1606, 16),
+                                  weighted(r_odd, g_odd, b_odd, 4211, 8258, 1606, 16));
+      hn::StoreU(hn::DemoteTo(d16, luma), d16, reinterpret_cast<uint16_t*>(y_rows[dy] + 2 * j));
+      u_sum = hn::Add(u_sum, hn::Add(weighted(r_even, g_even, b_even, -2425, -4768, 7193, 128),
+                                     weighted(r_odd, g_odd, b_odd, -2425, -4768, 7193, 128)));
+      v_sum = hn::Add(v_sum, hn::Add(weighted(r_even, g_even, b_even, 7193, -6029, -1163, 128),
+                                     weighted(r_odd, g_odd, b_odd, 7193, -6029, -1163, 128)));
+    }
+    hn::StoreU(hn::DemoteTo(d8, hn::ShiftRight<2>(u_sum)), d8, u + j);
+    hn::StoreU(hn::DemoteTo(d8, hn::ShiftRight<2>(v_sum)), d8, v + j);
+  }
+  rgba_to_yuv_row_c(y0 + 2 * j, y1 + 2 * j, u + j, v + j, rgba0 + 8 * j, rgba1 + 8 * j, n - 2 * j);
+}
+
 void BgrToRgbaRow(uint8_t* rgba, const uint8_t* bgr, int n) {
   const hn::ScalableTag<uint8_t> d;
   const int lanes = static_cast<int>(hn::Lanes(d));
@@ -198,11 +264,131 @@ void BgrToRgbaRow(uint8_t* rgba, const uint8_t* bgr, int n) {
   bgr_to_rgba_row_c(rgba + 4 * i, bgr + 3 * i, n - i);
 }
 
+// The box filter, a vector of output columns at a time. Each column's input
+// pixels are picked out of its block's window with table lookups, and every sum
+// adds the same products in the same order as the C row: the terms a column
+// lacks (past its box) come with weight 0, which adds nothing. The one order
+// the layout cannot share, a box within one column spanning rows between its
+// first and last, is summed apart and chosen for those columns.
+using DF = hn::Rebind<float, D32>;
+
+struct BoxWindow {
+  hn::Vec<D32> low, high;  // the block's input pixels base .. base + 2 * lanes - 1
+};
+
+HWY_INLINE BoxWindow box_window(const uint32_t* row, int base) {
+  const D32 d;
+  const int32_t* p = reinterpret_cast<const int32_t*>(row) + base;
+  return {hn::LoadU(d, p), hn::LoadU(d, p + hn::Lanes(d))};
+}
+
+HWY_INLINE hn::Vec<D32> box_pick(const BoxWindow& w, const int32_t* offsets) {
+  const D32 d;
+  const auto offset = hn::LoadU(d, offsets);
+  const auto index = hn::IndicesFromVec(d, hn::And(offset, hn::Set(d, static_cast<int32_t>(hn::Lanes(d)) - 1)));
+  return hn::IfThenElse(hn::Lt(offset, hn::Set(d, static_cast<int32_t>(hn::Lanes(d)))),
+                        hn::TableLookupLanes(w.low, index), hn::TableLookupLanes(w.high, index));
+}
+
+template <int kShift>
+HWY_INLINE hn::Vec<DF> box_channel(hn::Vec<D32> pixels) {
+  const D32 d;
+  return hn::ConvertTo(DF(), hn::And(hn::ShiftRight<kShift>(pixels), hn::Set(d, 0xFF)));
+}
+
+struct BoxSums {
+  hn::Vec<DF> r, g, b;
+};
+
+// sums += each channel of `pixels` times `weight`.
+HWY_INLINE void box_add(BoxSums& sums, hn::Vec<D32> pixels, hn::Vec<DF> weight) {
+  sums.r = hn::Add(sums.r, hn::Mul(box_channel<0>(pixels), weight));
+  sums.g = hn::Add(sums.g, hn::Mul(box_channel<8>(pixels), weight));
+  sums.b = hn::Add(sums.b, hn::Mul(box_channel<16>(pixels), weight));
+}
+
+// sums += left * left_weight + right * right_weight, the two products summed first.
+HWY_INLINE void box_add_pair(BoxSums& sums, hn::Vec<D32> left, hn::Vec<DF> left_weight, hn::Vec<D32> right,
+                             hn::Vec<DF> right_weight) {
+  sums.r = hn::Add(sums.r, hn::Add(hn::Mul(box_channel<0>(left), left_weight),
+                                   hn::Mul(box_channel<0>(right), right_weight)));
+  sums.g = hn::Add(sums.g, hn::Add(hn::Mul(box_channel<8>(left), left_weight),
+                                   hn::Mul(box_channel<8>(right), right_weight)));
+  sums.b = hn::Add(sums.b, hn::Add(hn::Mul(box_channel<16>(left), left_weight),
+                                   hn::Mul(box_channel<16>(right), right_weight)));
+}
+
+void BoxFilterRow(uint32_t* out, const uint32_t* const* rows, const BoxSpan& y, const BoxColumns& columns,
+                  float area) {
+  const D32 d;
+  const DF df;
+  const int lanes = static_cast<int>(hn::Lanes(d));
+  if (columns.lanes != lanes) return box_filter_row_c(out, rows, y, columns, area);
+  const int ny = y.hi - y.lo, slots = columns.slots, padded = columns.padded;
+  const int n = static_cast<int>(columns.spans.size());
+  const int32_t* offsets = columns.offsets.data();
+  const float* weights = columns.weights.data();
+  const auto divisor = hn::Set(df, area);
+  for (int j = 0; j < n; j += lanes) {
+    const int base = columns.base[static_cast<size_t>(j / lanes)];
+    auto slot_offsets = [&](int s) { return offsets + static_cast<ptrdiff_t>(s) * padded + j; };
+    auto weight = [&](int row) { return hn::LoadU(df, weights + static_cast<ptrdiff_t>(row) * padded + j); };
+    const auto zero = hn::Zero(df);
+    BoxSums sums{zero, zero, zero};
+    // A whole input row: every slot, weighted along the row by `y_weight`.
+    auto add_row = [&](const uint32_t* row, float y_weight) {
+      const BoxWindow w = box_window(row, base);
+      const auto wy = hn::Set(df, y_weight);
+      for (int s = 0; s < slots; ++s) box_add(sums, box_pick(w, slot_offsets(s)), hn::Mul(wy, weight(s)));
+    };
+    if (ny == 0) {
+      add_row(rows[0], y.hi_frac - y.lo_frac);
+    } else {
+      add_row(rows[0], 1 - y.lo_frac);
+      add_row(rows[ny], y.hi_frac);
+      for (int m = 1; m < ny; ++m) {
+        const BoxWindow w = box_window(rows[m], base);
+        box_add_pair(sums, box_pick(w, slot_offsets(0)), weight(0), box_pick(w, slot_offsets(slots)),
+                     weight(2 * slots));
+      }
+      for (int m = 1; m < ny; ++m) {
+        const BoxWindow w = box_window(rows[m], base);
+        for (int s = 1; s < slots; ++s) box_add(sums, box_pick(w, slot_offsets(s)), weight(slots + s));
+      }
+      const auto single = hn::RebindMask(df, hn::Lt(hn::LoadU(d, columns.single.data() + j), hn::Zero(d)));
+      if (ny > 1 && !hn::AllFalse(df, single)) {
+        // Boxes within one column: the first row, the rows between, then the last.
+        BoxSums column{zero, zero, zero};
+        box_add(column, box_pick(box_window(rows[0], base), slot_offsets(0)),
+                hn::Mul(hn::Set(df, 1 - y.lo_frac), weight(0)));
+        for (int m = 1; m < ny; ++m) box_add(column, box_pick(box_window(rows[m], base), slot_offsets(0)), weight(0));
+        box_add(column, box_pick(box_window(rows[ny], base), slot_offsets(0)),
+                hn::Mul(hn::Set(df, y.hi_frac), weight(0)));
+        sums.r = hn::IfThenElse(single, column.r, sums.r);
+        sums.g = hn::IfThenElse(single, column.g, sums.g);
+        sums.b = hn::IfThenElse(single, column.b, sums.b);
+      }
+    }
+    // Truncated quotients, packed with an opaque alpha.
+    const auto r = hn::ConvertTo(d, hn::Div(sums.r, divisor)), g = hn::ConvertTo(d, hn::Div(sums.g, divisor));
+    const auto b = hn::ConvertTo(d, hn::Div(sums.b, divisor));
+    const auto pixels = hn::Or(hn::Or(r, hn::ShiftLeft<8>(g)), hn::Or(hn::ShiftLeft<16>(b), hn::Set(d, -0x1000000)));
+    if (j + lanes <= n) {
+      hn::StoreU(pixels, d, reinterpret_cast<int32_t*>(out + j));
+    } else {
+      HWY_ALIGN int32_t last[HWY_MAX_BYTES / sizeof(int32_t)];
+      hn::Store(pixels, d, last);
+      for (int k = 0; j + k < n; ++k) out[j + k] = static_cast<uint32_t>(last[k]);
+    }
+  }
+}
+
+int BoxFilterLanes() { return static_cast<int>(hn::Lanes(D32())); }
+
 // The generator's draws, kChains vectors at a time: lane j of vector c holds
 // the state c * lanes + j + 1 draws on, and every lane leaps a whole group of
 // draws with one multiply and add, the chains independent of each other so
 // that the multiplies overlap.
-using DU32 = hn::Rebind<uint32_t, D32>;
 constexpr int kChains = 4;
 
 HWY_INLINE void store_draws(hn::Vec<DU32> states, uint16_t* out) {
@@ -284,6 +470,10 @@ HWY_EXPORT(SelectRow);
 HWY_EXPORT(YuvToBgrRow);
 HWY_EXPORT(BgrToYuvRow);
 HWY_EXPORT(BgrToRgbaRow);
+HWY_EXPORT(YuvToRgbaRow);
+HWY_EXPORT(RgbaToYuvRow);
+HWY_EXPORT(BoxFilterRow);
+HWY_EXPORT(BoxFilterLanes);
 HWY_EXPORT(LcgDrawsRow);
 HWY_EXPORT(PicksBelowModRow);
 
@@ -317,6 +507,18 @@ void bgr_to_yuv_row_simd(uint8_t* y0, uint8_t* y1, uint8_t* u, uint8_t* v, const
   HWY_DYNAMIC_DISPATCH(BgrToYuvRow)(y0, y1, u, v, bgr0, bgr1, n);
 }
 void bgr_to_rgba_row_simd(uint8_t* rgba, const uint8_t* bgr, int n) { HWY_DYNAMIC_DISPATCH(BgrToRgbaRow)(rgba, bgr, n); }
+void yuv_to_rgba_row_simd(uint8_t* rgba, const uint8_t* y, const uint8_t* u, const uint8_t* v, int n) {
+  HWY_DYNAMIC_DISPATCH(YuvToRgbaRow)(rgba, y, u, v, n);
+}
+void rgba_to_yuv_row_simd(uint8_t* y0, uint8_t* y1, uint8_t* u, uint8_t* v, const uint8_t* rgba0,
+                          const uint8_t* rgba1, int n) {
+  HWY_DYNAMIC_DISPATCH(RgbaToYuvRow)(y0, y1, u, v, rgba0, rgba1, n);
+}
+void box_filter_row_simd(uint32_t* out, const uint32_t* const* rows, const BoxSpan& y, const BoxColumns& columns,
+                         float area) {
+  HWY_DYNAMIC_DISPATCH(BoxFilterRow)(out, rows, y, columns, area);
+}
+int box_filter_lanes_simd() { return HWY_DYNAMIC_DISPATCH(BoxFilterLanes)(); }
 uint32_t lcg_draws_row_simd(uint16_t* values, int n, uint32_t state, uint32_t mul, uint32_t add) {
   return HWY_DYNAMIC_DISPATCH(LcgDrawsRow)(values, n, state, mul, add);
 }
@@ -340,6 +542,10 @@ const RowKernels& simd_rows() {
                                   yuv_to_bgr_row_simd,
                                   bgr_to_yuv_row_simd,
                                   bgr_to_rgba_row_simd,
+                                  yuv_to_rgba_row_simd,
+                                  rgba_to_yuv_row_simd,
+                                  box_filter_row_simd,
+                                  box_filter_lanes_simd,
                                   lcg_draws_row_simd,
                                   picks_below_mod_row_simd};
   return rows;

@@ -162,14 +162,15 @@ int run_gl_transition(const GlEffect& effect, Image* out, Image* a, Image* b, Tr
     AddRenderer(renderer);
   }
   LockRendererList();
-  ImageToDib(a, dibs->dibA, dibs->width, dibs->height);
-  ImageToDib(b, dibs->dibB, dibs->width, dibs->height);
-  renderer->texture.ForgetUploads();
+  // The frames' bitmaps are filled only where something reads them; the
+  // textures and the drawing surface take the frames straight from their planes.
+  renderer->BindFrames(dibs->dibA, PrepareFrameDib(a, dibs->dibA, dibs->width, dibs->height), dibs->dibB,
+                       PrepareFrameDib(b, dibs->dibB, dibs->width, dibs->height));
   if (effect.background) effect.background(*renderer, *dibs, params->style);
   effect.draw(*renderer, *dibs, p, params->style);
-  renderer->ResolveTarget();
-  DibToImage(renderer->target, out);
+  renderer->ResolveInto(out);
   if (effect.after) effect.after(*renderer);
+  renderer->ReleaseFrames();
   UnlockRendererList();
   ReleaseFrameDibs();
   return kTransitionDone;

@@ -5,8 +5,8 @@
 #include <cstring>
 #include <vector>
 
+#include "gl/frame_transfer.h"
 #include "gl/gl_api.h"
-#include "frame/row_kernels.h"
 #include "gl/offscreen_context.h"
 #include "imaging/yuv_rgb.h"
 
@@ -27,26 +27,6 @@ constexpr double kNearPlane = static_cast<double>(0.1f);  // the single-precisio
 int dib_width(const CNewDib& dib) { return dib.m_pInfo ? dib.m_pInfo->biWidth : 0; }
 int dib_height(const CNewDib& dib) { return dib.m_pInfo ? dib.m_pInfo->biHeight : 0; }
 
-// The texture sizes and the frame's placement in them assume the image covers
-// the bitmap; a smaller image is first copied top-left into a black frame of
-// the bitmap's size, so the conversion never reads past its planes.
-bool image_covers(const Image* image, int width, int height) {
-  return (width & ~1) <= image->width && (height & ~1) <= image->height;
-}
-
-void copy_top_left(const Image* from, Image* to) {
-  for (int p = 0; p < 3; ++p) {
-    const int fw = p ? from->width / 2 : from->width, fh = p ? from->height / 2 : from->height;
-    const int tw = p ? to->width / 2 : to->width, th = p ? to->height / 2 : to->height;
-    const int w = std::min(fw, tw), h = std::min(fh, th);
-    const uint8_t* src = from->plane(p);
-    uint8_t* dst = to->plane(p);
-    for (int row = 0; row < h && w > 0; ++row) {
-      std::memcpy(dst + static_cast<ptrdiff_t>(row) * tw, src + static_cast<ptrdiff_t>(row) * fw, w);
-    }
-  }
-}
-
 void convert_image(const Image* image, const BITMAPINFOHEADER* header, uint8_t* pixels) {
   Yuv420_2_rgb24(header, pixels, image->get_Y(), image->get_U(), image->get_V(), image->width, image->width / 2,
                  image->width / 2);
@@ -54,33 +34,55 @@ void convert_image(const Image* image, const BITMAPINFOHEADER* header, uint8_t* 
 
 }  // namespace
 
-CGlTexture::CGlTexture() : name(0), size(0), staging(NMEMOD_POINTER) {}
-
-CGlTexture::~CGlTexture() {
-  DeleteFrameTexture();
-  staging.clear();
+const Image* CallFrames::ImageOf(const CNewDib& dib) const {
+  for (int i = 0; i < 2; ++i) {
+    if (dibs[i] == &dib) return images[i];
+  }
+  return nullptr;
 }
 
-void CGlTexture::CreateFrameTexture(int width, int height, int) {
-  if (dib_width(staging) != width || dib_height(staging) != height) {
-    staging.clear();
-    staging.Create(width, height, 24, false);
+CNewDib& CallFrames::Pixels(CNewDib& dib) {
+  for (int i = 0; i < 2; ++i) {
+    if (dibs[i] != &dib || !images[i]) continue;
+    ImageToDib(images[i], dib, dib_width(dib), dib_height(dib));
+    images[i] = nullptr;  // the bitmap holds it now
   }
+  return dib;
+}
+
+CGlTexture::CGlTexture() : name(0), size(0) {}
+
+CGlTexture::~CGlTexture() { DeleteFrameTexture(); }
+
+void CGlTexture::CreateFrameTexture(int width, int height, int) {
+  width_ = width;
+  height_ = height;
   size = TextureSizeFor(std::max(width, height));
-  // The texels around the centred frame are never meant to be seen; black
-  // keeps them the same from run to run. Opaque, as an RGB texture samples.
-  std::vector<uint8_t> black(static_cast<size_t>(size) * size * 4, 0);
-  for (size_t i = 3; i < black.size(); i += 4) black[i] = 255;
+  GLsizei texture_width = size, texture_height = size;
+  std::vector<uint8_t> black;
+  if (size > 1024) {
+    // Every upload fills the whole of level 0: it starts undefined.
+    level_ = mipmap_level_zero_size(width, height);
+    scaler_.Prepare(width, height, level_);
+    texture_width = level_.width;
+    texture_height = level_.height;
+  } else {
+    // The texels around the centred frame are never meant to be seen; black
+    // keeps them the same from run to run. Opaque, as an RGB texture samples.
+    black.assign(static_cast<size_t>(size) * size * 4, 0);
+    for (size_t i = 3; i < black.size(); i += 4) black[i] = 255;
+  }
   GLuint texture_names[2] = {0, 0};
   glGenTextures(2, texture_names);
   for (int i = 0; i < 2; ++i) {
     names_[i] = texture_names[i];
     glBindTexture(GL_TEXTURE_2D, names_[i]);
-    // Nearest sampling both ways, even when mipmaps are built: kept as designed.
+    // Nearest sampling both ways: level 0 is the only level ever sampled, kept as designed.
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
     // Four bytes a texel: frames reach it without a conversion inside OpenGL.
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, size, size, 0, GL_RGBA, GL_UNSIGNED_BYTE, black.data());
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, texture_width, texture_height, 0, GL_RGBA, GL_UNSIGNED_BYTE,
+                 black.empty() ? nullptr : black.data());
   }
   name = names_[0];
   ForgetUploads();
@@ -103,44 +105,26 @@ void CGlTexture::UploadDibToTexture(CNewDib& frame) {
 }
 
 void CGlTexture::CopyIntoBound(CNewDib& frame) {
-  const int w = dib_width(frame), h = dib_height(frame), pitch = frame.GetPitch();
-  // Only as much as the staging copy holds (it is made at the frame size).
-  const int rows = std::min(h, dib_height(staging)), cols = std::min(w, dib_width(staging));
-  const uint8_t* src = static_cast<const uint8_t*>(frame.LockBits());
-  if (rows <= 0 || cols <= 0 || !src) {
-    frame.UnlockBits();
+  const Image* image = frames.ImageOf(frame);
+  if (!image && !frame.m_hBits) return;
+  const FrameRows rows = image ? FrameRows(*image, dib_width(frame), dib_height(frame)) : FrameRows(frame);
+  if (size > 1024) {
+    // The largest texture takes the frame scaled to fill its level 0.
+    texels_.resize(static_cast<size_t>(level_.width) * level_.height);
+    if (rows.width() != width_ || rows.height() != height_) return;
+    scaler_.Fill(rows, texels_.data());
+    glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, level_.width, level_.height, GL_RGBA, GL_UNSIGNED_BYTE, texels_.data());
     return;
   }
-  if (size <= 1024) {
-    // Centred, bitmap row 0 lowest, as R, G, B, A rows.
-    rgba_.resize(static_cast<size_t>(rows) * cols * 4);
-    const RowKernels& kernels = row_kernels();
-    for (int row = 0; row < rows; ++row) {
-      kernels.bgr_to_rgba(rgba_.data() + static_cast<ptrdiff_t>(row) * cols * 4,
-                          src + static_cast<ptrdiff_t>(row) * pitch, cols);
-    }
-    glTexSubImage2D(GL_TEXTURE_2D, 0, (size - cols) / 2, (size - rows) / 2, cols, rows, GL_RGBA, GL_UNSIGNED_BYTE,
-                    rgba_.data());
-    frame.UnlockBits();
-    return;
-  }
-  // The largest texture takes the frame rescaled to fill it, through the RGB
-  // staging copy (rows keep the bitmap's pitch and bottom-up order).
-  uint8_t* dst = static_cast<uint8_t*>(staging.LockBits());
-  if (dst) {
-    for (int row = 0; row < rows; ++row) {
-      const uint8_t* s = src + static_cast<ptrdiff_t>(row) * pitch;
-      uint8_t* d = dst + static_cast<ptrdiff_t>(row) * pitch;
-      for (int x = 0; x < cols; ++x, s += 3, d += 3) {
-        d[0] = s[2];
-        d[1] = s[1];
-        d[2] = s[0];
-      }
-    }
-    gluBuild2DMipmaps(GL_TEXTURE_2D, 3, cols, rows, GL_RGB, GL_UNSIGNED_BYTE, dst);
-  }
-  staging.UnlockBits();
-  frame.UnlockBits();
+  // Centred, bitmap row 0 lowest; only as much as the texture was made for.
+  const int rows_in = std::min(rows.height(), height_), cols = std::min(rows.width(), width_);
+  if (rows_in <= 0 || cols <= 0) return;
+  texels_.resize(static_cast<size_t>(rows.width()) * rows.height());
+  frame_rows_to_rgba(rows, reinterpret_cast<uint8_t*>(texels_.data()), static_cast<ptrdiff_t>(rows.width()) * 4);
+  glPixelStorei(GL_UNPACK_ROW_LENGTH, rows.width());
+  glTexSubImage2D(GL_TEXTURE_2D, 0, (size - cols) / 2, (size - rows_in) / 2, cols, rows_in, GL_RGBA, GL_UNSIGNED_BYTE,
+                  texels_.data());
+  glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
 }
 
 void CGlTexture::DeleteFrameTexture() {
@@ -155,7 +139,7 @@ CGlRenderer::CGlRenderer()
     : initialised(0), hdc(nullptr), oldBitmap(nullptr), target(NMEMOD_SECTION), hglrc(nullptr), effectId(0),
       threadId(0) {}
 
-// Then the texture (a no-op delete, its staging cleared) and the target go with the members.
+// Then the texture (a no-op delete) and the target go with the members.
 CGlRenderer::~CGlRenderer() { ReleaseOffscreenGL(); }
 
 void CGlRenderer::SetupOffscreenGL(int width, int height, int unused) {
@@ -201,12 +185,32 @@ void CGlRenderer::ReleaseOffscreenGL() {
 
 void CGlRenderer::MakeCurrent() { make_gl_current(hdc, hglrc); }
 
+bool CGlRenderer::DrawsApart() const { return hglrc && surface_apart_from_target(); }
+
 void CGlRenderer::BeginDraw() {
   MakeCurrent();
   if (targetBlack) {
     clear_surface_black();
-  } else {
+  } else if (!DrawsApart()) {
     load_target_into_surface(target);
+  } else if (targetFrame_ && !surfaceHoldsTarget_) {
+    // The frame straight from its planes (or its bitmap) into the surface.
+    const Image* image = texture.frames.ImageOf(*targetFrame_);
+    const FrameRows rows =
+        image ? FrameRows(*image, dib_width(target), dib_height(target)) : FrameRows(*targetFrame_);
+    load_frame_into_surface(hdc, rows, transfer_);
+  } else if (!surfaceHoldsTarget_) {
+    load_target_into_surface(target);
+  }
+  // From here on the surface holds the drawing, not yet the target.
+  surfaceHoldsTarget_ = false;
+  // Blending only while the current colour is translucent (SetColour keeps it so while drawing).
+  GLfloat colour[4] = {1, 1, 1, 1};
+  glGetFloatv(GL_CURRENT_COLOR, colour);
+  if (colour[3] >= 1) {
+    glDisable(GL_BLEND);
+  } else {
+    glEnable(GL_BLEND);
   }
 }
 
@@ -220,24 +224,59 @@ void CGlRenderer::BeginFrameRender() {
 void CGlRenderer::ResolveTarget() {
   read_surface_into_target(target);
   targetBlack = false;
+  targetFrame_ = nullptr;
+  surfaceHoldsTarget_ = true;
+}
+
+void CGlRenderer::ResolveInto(Image* out) {
+  if (!DrawsApart()) {
+    ResolveTarget();
+    DibToImage(target, out);
+    return;
+  }
+  const int w = dib_width(target), h = dib_height(target);
+  if (image_covers(out, w, h)) read_framebuffer_into_image(w, h, out, transfer_);
+  targetBlack = false;
+  targetFrame_ = nullptr;
+  surfaceHoldsTarget_ = true;
+}
+
+void CGlRenderer::BindFrames(CNewDib& dibA, const Image* a, CNewDib& dibB, const Image* b) {
+  texture.frames = CallFrames{{&dibA, &dibB}, {a, b}};
+  texture.ForgetUploads();
+}
+
+void CGlRenderer::ReleaseFrames() {
+  // A target still to be loaded from a frame keeps it in the frame's bitmap.
+  if (targetFrame_) texture.frames.Pixels(*targetFrame_);
+  texture.frames = CallFrames{};
 }
 
 void CGlRenderer::FillTargetBlack() {
   if (!target.m_pInfo) return;
+  targetBlack = true;
+  targetFrame_ = nullptr;
+  surfaceHoldsTarget_ = false;
+  // A surface apart from the target is cleared instead: the bitmap is not read there.
+  if (DrawsApart()) return;
   uint8_t* pixels = static_cast<uint8_t*>(target.LockBits());
   if (pixels) std::memset(pixels, 0, static_cast<size_t>(target.GetPitch()) * dib_height(target));
   target.UnlockBits();
-  targetBlack = true;
 }
 
 void CGlRenderer::ImageToTarget(CNewDib& frame) {
   if (!target.m_pInfo || dib_width(frame) != dib_width(target) || dib_height(frame) != dib_height(target)) return;
+  targetBlack = false;
+  surfaceHoldsTarget_ = false;
+  if (DrawsApart()) {
+    targetFrame_ = &frame;
+    return;
+  }
   uint8_t* pixels = static_cast<uint8_t*>(target.LockBits());
-  const void* source = frame.LockBits();
+  const void* source = texture.frames.Pixels(frame).LockBits();
   if (pixels && source) std::memcpy(pixels, source, static_cast<size_t>(target.GetPitch()) * dib_height(target));
   frame.UnlockBits();
   target.UnlockBits();
-  targetBlack = false;
 }
 
 int TextureSizeFor(int n) {
@@ -326,6 +365,13 @@ void ImageToDib(const Image* image, CNewDib& dib, int width, int height) {
     convert_image(&padded, dib.m_pInfo, pixels);
   }
   dib.UnlockBits();
+}
+
+const Image* PrepareFrameDib(const Image* image, CNewDib& dib, int width, int height) {
+  if (!dib.m_hBits) dib.Create(width, height, 24, false);
+  if (image_covers(image, dib_width(dib), dib_height(dib))) return image;
+  ImageToDib(image, dib, width, height);
+  return nullptr;
 }
 
 void DibToImage(CNewDib& dib, Image* image) {

@@ -6,14 +6,29 @@
 #include <cstdint>
 #include <vector>
 
+#include "gl/level_zero.h"
 #include "host/image.h"
 #include "host/new_dib.h"
 
 namespace zv {
 
+// The frame bitmaps of one call and the frames they were made from. Where a
+// frame covers its bitmap, the bitmap's pixels are made straight from the
+// frame's planes by whatever reads them (a texture, the drawing surface), and
+// converted into the bitmap itself only when its bytes are read there.
+struct CallFrames {
+  CNewDib* dibs[2] = {nullptr, nullptr};
+  const Image* images[2] = {nullptr, nullptr};  // null: the bitmap holds the frame already
+  // The frame a bitmap stands for this call, or null.
+  const Image* ImageOf(const CNewDib& dib) const;
+  // The bitmap, holding its frame's pixels (converted on first use).
+  CNewDib& Pixels(CNewDib& dib);
+};
+
 // The texture of a renderer through which the frames reach OpenGL. Frames are
-// uploaded centred into a square texture (or rescaled to fill it when it is
-// 2048 on a side). It keeps two texture objects of that size, so that within
+// uploaded centred into a square texture, or when it is 2048 on a side scaled
+// to fill a level 0 of power-of-two sides exactly as the mipmap builder would
+// (gl/level_zero.h). It keeps two texture objects of that size, so that within
 // one call each frame is uploaded once and later only bound again.
 class CGlTexture {
  public:
@@ -33,13 +48,16 @@ class CGlTexture {
 
   unsigned int name;  // the texture bound last; 0 when none
   int size;           // side of the square texture
-  CNewDib staging;    // RGB-ordered copy of the last frame uploaded rescaled
+  CallFrames frames;  // the frames of the call under way
 
  private:
   unsigned int names_[2] = {0, 0};
   const CNewDib* holds_[2] = {nullptr, nullptr};  // the frame each texture holds
   int next_ = 0;                                  // the texture the next new frame goes to
-  std::vector<uint8_t> rgba_;                     // a frame's rows as R, G, B, A for the upload
+  int width_ = 0, height_ = 0;                    // the frame size the texture was made for
+  LevelZeroSize level_{0, 0};                     // level 0 of the largest texture
+  LevelZeroScaler scaler_;
+  std::vector<uint32_t> texels_;                  // what an upload copies in, R, G, B, A
   void CopyIntoBound(CNewDib& frame);
 };
 
@@ -63,11 +81,20 @@ class CGlRenderer {
   void BeginDraw();
   // Brings the drawn frame into `target` (where it is not drawn there directly).
   void ResolveTarget();
+  // The frames of this call into the texture's CallFrames, and out again.
+  void BindFrames(CNewDib& dibA, const Image* a, CNewDib& dibB, const Image* b);
+  void ReleaseFrames();
+  // The drawn frame into `out`: read back from a drawing surface apart from the
+  // target straight into the planes, else through the target (ResolveTarget,
+  // DibToImage). The target then holds the drawn frame, as far as the next
+  // drawing can tell.
+  void ResolveInto(Image* out);
   // Sets every byte of the target's rows to 0 (RGB black, video black once
   // converted); the next drawing starts on black.
   void FillTargetBlack();
   // A converted frame bitmap of the target's size copied into the target: the
-  // next drawing starts on that picture.
+  // next drawing starts on that picture. (Where the drawing surface is apart
+  // from the target, the surface is loaded with the frame when drawing starts.)
   void ImageToTarget(CNewDib& frame);
 
   int initialised;
@@ -79,8 +106,18 @@ class CGlRenderer {
   int effectId;
   uint32_t threadId;
   // The target is known to hold only black, so a drawing surface apart from
-  // it is cleared rather than loaded from it.
-  bool targetBlack = false;
+  // it is cleared rather than loaded from it. A new target holds only zeros.
+  bool targetBlack = true;
+
+ private:
+  // Whether frames reach the drawing surface as R, G, B, A rows rather than
+  // through the target bitmap (a context was made, on a surface of its own).
+  bool DrawsApart() const;
+  // Where the surface is apart: what the target holds, to be loaded when the
+  // drawing starts, unless the surface holds it already.
+  CNewDib* targetFrame_ = nullptr;
+  bool surfaceHoldsTarget_ = false;
+  std::vector<uint8_t> transfer_;  // R, G, B, A pixels on their way to or from the surface
 };
 
 // Side of the square texture for a frame whose larger side is n: never past 2048.
@@ -110,5 +147,9 @@ SceneGeometry SceneGeometryFor(const CNewDib& frame);
 // A frame into a 24-bit bitmap (created `width` x `height` on first use), and back.
 void ImageToDib(const Image* image, CNewDib& dib, int width, int height);
 void DibToImage(CNewDib& dib, Image* image);
+// A call's frame and its bitmap: the bitmap created `width` x `height` on
+// first use; the frame returned when it covers the bitmap (its pixels then made
+// from it when read), else converted into the bitmap now and null returned.
+const Image* PrepareFrameDib(const Image* image, CNewDib& dib, int width, int height);
 
 }  // namespace zv

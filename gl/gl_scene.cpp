@@ -24,11 +24,20 @@ void FrameVertex(const SceneGeometry& g, double tx, double ty, double x, double 
   glVertex3d(x, y, z);
 }
 
+void SetColour(double r, double g, double b, double a) {
+  glColor4d(r, g, b, a);
+  if (a >= 1) {
+    glDisable(GL_BLEND);
+  } else {
+    glEnable(GL_BLEND);
+  }
+}
+
 void BeginFrameSpace(const SceneGeometry& g) {
   glMatrixMode(GL_MODELVIEW);
   glLoadIdentity();
   glTranslated(0, 0, g.d + g.zq);
-  glColor4d(1, 1, 1, 1);
+  SetColour(1, 1, 1, 1);
   glEnable(GL_TEXTURE_2D);
 }
 

@@ -29,6 +29,13 @@ void BeginFrameSpace(const SceneGeometry& g);
 // the camera, each corner showing its own place in the picture.
 void DrawFrameRect(const SceneGeometry& g, double x0, double y0, double x1, double y1);
 
+// The current colour. Blending (source alpha over the drawing) is on only
+// while the alpha is below 1: at exactly 1 every texel of the frames' opaque
+// textures comes through the blend unchanged, and the rasteriser draws much
+// faster without it. Drawings start (BeginDraw) with blending set this way for
+// the colour left current.
+void SetColour(double r, double g, double b, double a);
+
 // One-time set-ups: the renderer's start state, and that with back faces culled.
 void SetupPlain(CGlRenderer& renderer);
 void SetupCulled(CGlRenderer& renderer);

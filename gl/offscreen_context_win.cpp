@@ -1,5 +1,6 @@
 // Offscreen surfaces on Windows: a memory device context with the target's
 // bitmap selected, and a WGL context that draws straight into that bitmap.
+#include "gl/frame_transfer.h"
 #include "gl/gl_api.h"
 #include "gl/offscreen_context.h"
 
@@ -68,6 +69,51 @@ void clear_surface_black() {
 void read_surface_into_target(CNewDib& target) {
   GdiFlush();
   if (draws_into_own_buffer()) read_current_surface_into_bitmap(target);
+}
+
+// The bitmap is the surface: frames reach it through the bitmap.
+bool surface_apart_from_target() { return false; }
+
+void load_frame_into_surface(void*, const FrameRows& rows, std::vector<uint8_t>& scratch) {
+  const ptrdiff_t pitch = static_cast<ptrdiff_t>(rows.width()) * 4;
+  scratch.resize(static_cast<size_t>(pitch) * rows.height());
+  frame_rows_to_rgba(rows, scratch.data(), pitch);
+  draw_rgba_into_current_surface(scratch.data(), rows.width(), rows.height());
+}
+
+const OffscreenGlStatus& offscreen_gl_status() {
+  static OffscreenGlStatus status;
+  static INIT_ONCE once = INIT_ONCE_STATIC_INIT;
+  InitOnceExecuteOnce(
+      &once,
+      [](PINIT_ONCE, PVOID, PVOID*) -> BOOL {
+        status.platform = "WGL memory device context";
+        // Whatever the calling thread has current comes back afterwards.
+        HDC previous_dc = wglGetCurrentDC();
+        HGLRC previous = wglGetCurrentContext();
+        CNewDib probe(NMEMOD_SECTION);
+        probe.Create(16, 16, 24, false);
+        void* old_bitmap = nullptr;
+        void* dc = create_offscreen_dc(probe, &old_bitmap);
+        void* context = create_gl_context(dc);
+        if (!context) {
+          status.error = "wglCreateContext failed on a memory device context (error " +
+                         std::to_string(GetLastError()) + ")";
+        } else if (!wglMakeCurrent(static_cast<HDC>(dc), static_cast<HGLRC>(context))) {
+          status.error = "wglMakeCurrent failed (error " + std::to_string(GetLastError()) + ")";
+        } else {
+          const char* renderer = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
+          const char* version = reinterpret_cast<const char*>(glGetString(GL_VERSION));
+          status.available = true;
+          status.renderer = std::string(renderer ? renderer : "?") + ", OpenGL " + (version ? version : "?");
+        }
+        wglMakeCurrent(previous_dc, previous);
+        delete_gl_context(context);
+        delete_offscreen_dc(dc, old_bitmap);
+        return TRUE;
+      },
+      nullptr, nullptr);
+  return status;
 }
 
 }  // namespace zv

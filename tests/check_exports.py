@@ -21,6 +21,12 @@ EXPORTS = {
     "zvTranRound": 1,
     "zvTransparentOverlap": 1,
     "ZvFreeOpenGLObj()": 1,
+    "zvGlTranCount()": 1,
+    "zvGlTranInfo(int)": 1,
+    "zvGlTranFind(char const*)": 1,
+    "zvGlTranCheck(int,": 1,
+    "zvGlTranApply(int,": 1,
+    "zvGlTranError()": 1,
     "zv_string_resources": 1,
 }
 

@@ -1,7 +1,9 @@
 // Every SIMD row against its C row: random samples and weights, widths 0 to 67, inputs and output starting off
-// alignment, and guard bytes on both sides of the output that must keep their value.
+// alignment, and guard bytes on both sides of the output that must keep their value; the box filter over scaled
+// widths.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <random>
 #include <string>
@@ -101,7 +103,7 @@ TEST(RowKernels, SimdRowsMatchTheCRowsAndStayInsideTheRow) {
   }
 }
 
-// The colour rows over pixels: an even `n` pixels of 3-byte input fill `factor * n` output bytes (the two luma
+// The colour rows over pixels: an even `n` pixels of 3- or 4-byte input fill `factor * n` output bytes (the two luma
 // rows and the chroma rows of bgr_to_yuv lie one after another), widths up to where the widest vectors loop.
 TEST(RowKernels, ColourRowsMatchTheCRowsAndStayInsideTheRow) {
   std::mt19937 gen(11);
@@ -115,10 +117,37 @@ TEST(RowKernels, ColourRowsMatchTheCRowsAndStayInsideTheRow) {
            r.bgr_to_yuv(o, o + pixels, o + 2 * pixels, o + 5 * pixels / 2, bgr0, bgr1, pixels);
          }},
         {4, [=](const zv::RowKernels& r, uint8_t* o, int) { r.bgr_to_rgba(o, bgr0, pixels); }},
+        {4, [=](const zv::RowKernels& r, uint8_t* o, int) { r.yuv_to_rgba(o, yuv, yuv + pixels, yuv + 2, pixels); }},
+        {3, [=](const zv::RowKernels& r, uint8_t* o, int) {
+           r.rgba_to_yuv(o, o + pixels, o + 2 * pixels, o + 5 * pixels / 2, bgr0, bgr1, pixels);
+         }},
     };
     for (const auto& [factor, call] : calls) {
       expect_rows_agree(call, factor * pixels, pixels % 4,
                         "factor " + std::to_string(factor) + ", " + std::to_string(pixels) + " pixels");
+    }
+  }
+}
+
+// The box filter row over widths scaled up and down (boxes within one input pixel and across up to three), rows
+// spanning one to three input rows: the same texels as the C row, and nothing written past the row.
+TEST(RowKernels, BoxFilterRowMatchesTheCRow) {
+  std::mt19937 gen(19);
+  const int widths[][2] = {{1920, 2048}, {1280, 1024}, {1537, 1024}, {1025, 1024}, {2047, 2048}, {47, 32}, {3, 4}};
+  for (const auto& width : widths) {
+    const zv::BoxColumns columns = zv::box_columns(width[0], width[1], zv::simd_rows().box_filter_lanes());
+    std::vector<std::vector<uint32_t>> rows(5, std::vector<uint32_t>(width[0] + zv::kBoxRowPad, 0));
+    for (auto& row : rows) std::generate(row.begin(), row.begin() + width[0], gen);
+    const uint32_t* pointers[5] = {rows[0].data(), rows[1].data(), rows[2].data(), rows[3].data(), rows[4].data()};
+    for (int out_rows : {3, 4, 5, 7}) {
+      for (const zv::BoxSpan& y : zv::box_spans(5, out_rows, true)) {
+        std::vector<uint32_t> c(width[1] + 8, 0xA5A5A5A5u), simd = c;
+        const float area = zv::box_area(width[0], 5, width[1], out_rows);
+        zv::c_rows().box_filter(c.data(), pointers + y.lo, y, columns, area);
+        zv::simd_rows().box_filter(simd.data(), pointers + y.lo, y, columns, area);
+        ASSERT_EQ(c, simd) << width[0] << " to " << width[1] << ", rows " << y.lo << " to " << y.hi;
+        ASSERT_EQ(simd[width[1]], 0xA5A5A5A5u);
+      }
     }
   }
 }
@@ -168,6 +197,13 @@ TEST(RowKernels, CRowsFollowTheirFormulas) {
   EXPECT_EQ(std::vector<uint8_t>(bgr, bgr + 6), (std::vector<uint8_t>{0, 0, 0, 254, 254, 254}));
   rows.bgr_to_yuv(y0, y1, &u, &v, colour, colour, 2);
   EXPECT_EQ((std::vector<uint8_t>{y0[0], y0[1], y1[0], y1[1], u, v}), (std::vector<uint8_t>{67, 67, 67, 67, 103, 152}));
+  // The same as R, G, B, A pixels (A not read), and video black and white as opaque R, G, B, A.
+  const uint8_t rgba_colour[8] = {100, 50, 10, 0, 100, 50, 10, 77};
+  rows.rgba_to_yuv(y0, y1, &u, &v, rgba_colour, rgba_colour, 2);
+  EXPECT_EQ((std::vector<uint8_t>{y0[0], y0[1], y1[0], y1[1], u, v}), (std::vector<uint8_t>{67, 67, 67, 67, 103, 152}));
+  uint8_t rgba[8];
+  rows.yuv_to_rgba(rgba, luma, cu, cv, 2);
+  EXPECT_EQ(std::vector<uint8_t>(rgba, rgba + 8), (std::vector<uint8_t>{0, 0, 0, 255, 254, 254, 254, 255}));
 }
 
 }  // namespace

@@ -16,6 +16,7 @@ ZV_PACKAGES=(
 )
 
 zv_ensure_packages() {
+  zv_ensure_collection
   local missing=()
   for pkg in "${ZV_PACKAGES[@]}"; do
     dpkg-query -W -f='${Status}' "$pkg" 2>/dev/null | grep -q 'install ok installed' || missing+=("$pkg")
@@ -26,6 +27,27 @@ zv_ensure_packages() {
   [ "$(id -u)" -ne 0 ] && sudo="sudo"
   $sudo apt-get update -qq
   DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# The GLSL transition collection the library compiles in: the npm package
+# pinned in package.json and package-lock.json, installed into node_modules
+# with npm ci when it is missing or another version (Debian's npm first, when
+# there is no npm at all).
+zv_ensure_collection() {
+  local want have=""
+  want=$(sed -n 's/.*"gl-transitions": *"\([^"]*\)".*/\1/p' package.json)
+  [ -f node_modules/gl-transitions/package.json ] &&
+    have=$(sed -n 's/^ *"version": *"\([^"]*\)".*/\1/p' node_modules/gl-transitions/package.json)
+  [ -n "$want" ] && [ "$have" = "$want" ] && return 0
+  if ! command -v npm >/dev/null; then
+    local sudo=""
+    [ "$(id -u)" -ne 0 ] && sudo="sudo"
+    echo "Installing: npm" >&2
+    $sudo apt-get update -qq
+    DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends npm >/dev/null
+  fi
+  echo "Installing the GLSL transition collection (gl-transitions $want) with npm ci" >&2
+  npm ci --no-audit --no-fund --loglevel=error >/dev/null
 }
 
 # Configures build folder $1 with the cmake options that follow, then builds

@@ -2,6 +2,7 @@
 // prints one line per call: the call, its result, the frame flags, param1 and
 // a digest of every output byte. Built against two builds of the library
 // (tools/compare_builds.sh), the two listings must match line for line.
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <memory>
@@ -78,6 +79,35 @@ int main() {
       for (int style = -1; style <= 8; ++style) {
         for (const auto& t : times) run(name, transition_get_op(id), s, style, t[0], t[1], 0, 0);
         for (int i = 1; i < 4; ++i) run(name, transition_get_op(id), s, style, 1, 0.4, params1[i], params2[i]);
+      }
+    }
+  }
+  // The OpenGL effects at large sizes, where the largest textures take the frames scaled (widths and heights past
+  // 1024, odd and portrait ones), and frames that do not cover the output or are wider than it.
+  const int gl_ids[] = {42, 43, 45, 47, 48, 49, 50, 51, 52, 55, 57, 58, 60, 61, 62, 64};
+  const Sizes large[] = {{1025, 577, 1025, 577, 1025, 577},     {1280, 720, 1280, 720, 1280, 720},
+                         {1920, 1080, 1920, 1080, 1920, 1080},  {2048, 1152, 2048, 1152, 2048, 1152},
+                         {1080, 1920, 1080, 1920, 1080, 1920},  {1601, 899, 1601, 899, 1601, 899},
+                         {2047, 1535, 2047, 1535, 2047, 1535},  {700, 1300, 700, 1300, 700, 1300},
+                         {1920, 1080, 1280, 720, 2000, 1100},   {3840, 2160, 3840, 2160, 3840, 2160}};
+  for (const Sizes& s : large) {
+    auto a = frame(s.aw, s.ah, 5), b = frame(s.bw, s.bh, 9), out = frame(s.ow, s.oh, 3);
+    const std::vector<uint8_t> out_y(out->get_Y(), out->get_Y() + out->plane_size(0));
+    for (int id : gl_ids) {
+      const int styles = std::max(zvTranGetStyleCount(id), 1);
+      for (int style : {0, styles - 1}) {
+        for (double position : {0.0, 0.3, 0.5, 0.8, 1.0}) {
+          std::copy(out_y.begin(), out_y.end(), out->get_Y());  // the odd last row and column are not drawn
+          TransitionParams params{};
+          params.style = style;
+          params.duration = 1;
+          params.position = position;
+          params.enabled = 1;
+          const int result = transition_get_op(id)(out.get(), a.get(), b.get(), &params);
+          std::printf("id%d %dx%d from %dx%d and %dx%d style %d t %g: result %d out %016llx\n", id, s.ow, s.oh, s.aw,
+                      s.ah, s.bw, s.bh, style, position, result, static_cast<unsigned long long>(digest(*out)));
+        }
+        if (style == styles - 1) break;
       }
     }
   }
