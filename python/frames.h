@@ -63,6 +63,21 @@ py::array zeros(const py::tuple& shape);
 py::object new_frame(int width, int height, FrameForm form, bool zeroed = true);
 // `out` when it is not None, else new_frame(width, height, form, zeroed).
 py::object given_or_new(py::handle out, int width, int height, FrameForm form, bool zeroed = true);
+// Runs draw(out, a, b) on the frames without the GIL and returns its result:
+// `out` is written in place, or, when None, a new frame started as a copy of
+// `a`, as hosts start one. `output` receives the output frame.
+template <typename Draw>
+int draw_frames(py::handle a_object, py::handle b_object, py::handle out_object, py::object& output, Draw&& draw) {
+  Frame a(a_object, "a", Frame::kRead), b(b_object, "b", Frame::kRead);
+  const bool fresh = out_object.is_none();
+  // A new output is a copy of `a` throughout: nothing to clear first.
+  Frame out(given_or_new(out_object, a.width(), a.height(), a.form(), false), "out", Frame::kWrite);
+  output = out.object();
+  py::gil_scoped_release released;
+  if (fresh) out.image()->copy(a.image(), 1, 0);
+  return draw(out.image(), a.image(), b.image());
+}
+
 // `size` as (width, height) within 0 to kMaxSide, else a TypeError or ValueError.
 std::pair<int, int> frame_size(py::handle size);
 

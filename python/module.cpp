@@ -3,12 +3,14 @@
 // the frames and without the GIL.
 #include <pybind11/pybind11.h>
 
+#include "frame/transition_op.h"
 #include "frame/zv_transition.h"
 #include "gl/gl_release.h"
 #include "host/transition_registry.h"
 #include "imaging/fit_overlap.h"
 #include "imaging/image_resize.h"
 #include "python/arguments.h"
+#include "python/gl_collection.h"
 #include "python/services.h"
 #include "python/transitions.h"
 
@@ -21,12 +23,20 @@ namespace {
 constexpr int kOverlapId = 17;
 
 py::object apply(py::handle transition, py::handle a, py::handle b, double position, double duration, py::handle style,
-                 py::handle param1, double param2, py::handle param3, py::handle out) {
-  const int id = zvpy::transition_id(transition);
-  const TransitionParams params =
+                 py::handle param1, double param2, py::handle param3, py::handle params, py::handle out) {
+  const TransitionParams block =
       zvpy::make_params(position, duration, zvpy::int32_argument(style, "style"),
                         zvpy::int32_argument(param1, "param1"), param2, zvpy::int32_argument(param3, "param3"));
-  return zvpy::call_transition(transition_get_op(id), id, a, b, out, params);
+  if (zvpy::is_gl_transition(transition)) {
+    if (block.style || block.param1 || block.param2 != 0.0 || block.param3) {
+      throw py::value_error("a GLSL transition takes its parameters as params={name: value}, not as style or param1-3");
+    }
+    const double progress = zv::transition_progress(&block);
+    return zvpy::call_gl_transition(transition.cast<std::string>(), a, b, out, progress, params);
+  }
+  if (!params.is_none()) throw py::value_error("params= is for the GLSL collection (gl:NAME)");
+  const int id = zvpy::transition_id(transition);
+  return zvpy::call_transition(transition_get_op(id), id, a, b, out, block);
 }
 
 py::object overlap(py::handle a, py::handle b, double position, double duration, py::handle param1, double param2,
@@ -53,10 +63,11 @@ constexpr const char* kCatalogueDoc = R"(catalogue() -> list of dict
 
 Every transition: id, name, styles (the names a host shows, style 0 first) and
 labels (the parameter labels: the style's, then param1's and param2's; None
-where the library gives a null label).)";
+where the library gives a null label). Then the GLSL collection: id (gl:NAME),
+name, author, license and params (each parameter's name, type and default).)";
 
-constexpr const char* kApplyDoc =
-    R"(apply(transition, a, b, position, *, duration=1.0, style=0, param1=0, param2=0.0, param3=0, out=None) -> frame
+constexpr const char* kApplyDoc = R"(apply(transition, a, b, position, *, duration=1.0, style=0, param1=0, param2=0.0,
+param3=0, params=None, out=None) -> frame
 
 One call of a transition, as a host makes it: `transition` is an id or a
 display name (any letter case); `a` shows at progress 0 and `b` at 1, progress
@@ -64,7 +75,11 @@ being position / duration. Writes `out` in place and returns it; without
 `out`, returns a new frame started as a copy of `a`. Frames may differ in
 size: the transition works on their centred common region. A style that the
 transition reports out of range raises ValueError naming its styles; a
-transition that does not test its style draws what it draws for it.)";
+transition that does not test its style draws what it draws for it.
+
+A transition of the GLSL collection is named gl:NAME and takes its parameters
+as params={name: value}: a number, a sequence of up to four, or a frame for a
+picture; the others keep their defaults (see catalogue()).)";
 
 constexpr const char* kOverlapDoc =
     R"(overlap(a, b, position, *, duration=1.0, param1=0, param2=0.0, param3=0, out=None) -> frame
@@ -102,8 +117,8 @@ of zeros; its even part is converted. Returns the array.)";
 constexpr const char* kReleaseDoc = R"(release_opengl()
 
 ZvFreeOpenGLObj: releases one OpenGL renderer of the calling thread (the 3D
-transitions make one per frame size and transition); a thread calls it once
-for each, before it ends.)";
+transitions make one per frame size and transition, the GLSL collection one
+per frame size); a thread calls it once for each, before it ends.)";
 
 }  // namespace
 
@@ -116,7 +131,7 @@ PYBIND11_MODULE(zvtransition, m) {
 
   m.def("catalogue", &zvpy::catalogue, kCatalogueDoc);
   m.def("apply", &apply, "transition"_a, "a"_a, "b"_a, "position"_a, py::kw_only(), "duration"_a = 1.0, "style"_a = 0,
-        "param1"_a = 0, "param2"_a = 0.0, "param3"_a = 0, "out"_a = py::none(), kApplyDoc);
+        "param1"_a = 0, "param2"_a = 0.0, "param3"_a = 0, "params"_a = py::none(), "out"_a = py::none(), kApplyDoc);
   m.def("overlap", &overlap, "a"_a, "b"_a, "position"_a, py::kw_only(), "duration"_a = 1.0, "param1"_a = 0,
         "param2"_a = 0.0, "param3"_a = 0, "out"_a = py::none(), kOverlapDoc);
   m.def("letterbox", &zvpy::letterbox, "frame"_a, "size"_a = py::none(), py::kw_only(), "out"_a = py::none(),

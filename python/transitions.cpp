@@ -8,6 +8,7 @@
 #include "host/transition_registry.h"
 #include "python/arguments.h"
 #include "python/frames.h"
+#include "python/gl_collection.h"
 
 namespace zvpy {
 namespace {
@@ -49,6 +50,7 @@ py::list catalogue() {
     entry["labels"] = labels;
     list.append(entry);
   }
+  append_gl_catalogue(list);
   return list;
 }
 
@@ -83,20 +85,12 @@ TransitionParams make_params(double position, double duration, int32_t style, in
   return params;
 }
 
-py::object call_transition(TransitionOp op, int id, py::handle a_object, py::handle b_object, py::handle out_object,
+py::object call_transition(TransitionOp op, int id, py::handle a, py::handle b, py::handle out,
                            TransitionParams params) {
-  Frame a(a_object, "a", Frame::kRead), b(b_object, "b", Frame::kRead);
-  const bool fresh = out_object.is_none();
-  // A new output is a copy of `a` throughout: nothing to clear first.
-  Frame out(given_or_new(out_object, a.width(), a.height(), a.form(), false), "out", Frame::kWrite);
-  int result;
-  {
-    py::gil_scoped_release released;
-    if (fresh) out.image()->copy(a.image(), 1, 0);
-    result = op(out.image(), a.image(), b.image(), &params);
-  }
+  py::object output;
+  const int result = draw_frames(a, b, out, output, [&](Image* o, Image* x, Image* y) { return op(o, x, y, &params); });
   check_result(result, id, params.style);
-  return out.object();
+  return output;
 }
 
 }  // namespace zvpy

@@ -10,7 +10,8 @@ namespace zvpy {
 namespace py = pybind11;
 
 // Every registered transition: id, name, styles (as many as a host shows) and
-// parameter labels (None where the library gives a null one).
+// parameter labels (None where the library gives a null one); then the GLSL
+// collection's.
 py::list catalogue();
 
 // The id of a transition given by id or by display name (any letter case).
