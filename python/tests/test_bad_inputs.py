@@ -29,6 +29,14 @@ APPLY = [
     ("negative style", {"style": -1}, ValueError, "style -1 is out of range for Fade"),
     ("param1 past 32 bits", {"param1": -2**31 - 1}, ValueError, "param1 -2147483649 does not fit in 32 bits"),
     ("float style", {"style": 1.5}, TypeError, "style must be an integer"),
+    ("unknown GLSL name", {"transition": "gl:nothing"}, ValueError, "unknown GLSL transition 'nothing'"),
+    ("unknown GLSL parameter", {"transition": "gl:fade", "params": {"nope": 1}}, ValueError, "parameter named 'nope'"),
+    ("GLSL value of text", {"transition": "gl:CrossZoom", "params": {"strength": "x"}}, TypeError, "must be numbers"),
+    ("five GLSL numbers", {"transition": "gl:GridFlip", "params": {"bgcolor": [0] * 5}}, ValueError, "has 5 numbers"),
+    ("GLSL picture of a number", {"transition": "gl:displacement", "params": {"displacementMap": 3}}, TypeError,
+     "params['displacementMap']"),
+    ("GLSL style", {"transition": "gl:fade", "style": 2}, ValueError, "params={name: value}"),
+    ("params of the 66", {"params": {"x": 1}}, ValueError, "GLSL collection"),
 ]
 
 
