@@ -1,6 +1,5 @@
 #include "python/transitions.h"
 
-#include <cstring>
 #include <stdexcept>
 #include <string>
 
@@ -73,16 +72,8 @@ int transition_id(py::handle transition) {
 
 TransitionParams make_params(double position, double duration, int32_t style, int32_t param1, double param2,
                              int32_t param3) {
-  TransitionParams params;
-  std::memset(&params, 0, sizeof params);
-  params.style = style;
-  params.param1 = param1;
-  params.param2 = param2;
-  params.param3 = param3;
-  params.duration = duration;
-  params.position = position;
-  params.enabled = 1;
-  return params;
+  // The host's own bytes zero, and the block enabled.
+  return TransitionParams{{}, style, param1, param2, {}, duration, position, param3, 1};
 }
 
 py::object call_transition(TransitionOp op, int id, py::handle a, py::handle b, py::handle out,
