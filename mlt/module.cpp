@@ -1,7 +1,8 @@
-// The MLT module: every transition of the library as an MLT transition service
-// on yuv420p frames. MLT scales both frames to the size the consumer asks for;
-// should B still arrive at another size, the library's centred common region
-// applies and the rest of the output shows A.
+// The MLT module: every transition of the library, and every transition of the
+// GLSL collection, as an MLT transition service on yuv420p frames. MLT scales
+// both frames to the size the consumer asks for; should B still arrive at
+// another size, the library's centred common region applies and the rest of
+// the output shows A.
 #include <framework/mlt.h>
 
 #include <algorithm>
@@ -12,19 +13,26 @@
 #include <tuple>
 #include <vector>
 
+#include "effects3d/zv_gl_collection.h"
 #include "frame/transition_op.h"
 #include "frame/zv_transition.h"
 #include "gl/gl_release.h"
 #include "host/image.h"
 #include "host/transition_registry.h"
+#include "mlt/frame_image.h"
 #include "mlt/service_names.h"
+#include "mlt/service_settings.h"
 
 namespace {
 
+using zv_mlt::FrameImage;
+using zv_mlt::Layout;
+
 struct Service {
-  int id;
+  int id;            // 1-66, or 0 for the collection's
   std::string name;  // the service name
   std::vector<std::string> styles;
+  int gl = -1;  // the collection's index
 };
 
 // Filled once, when MLT loads the module; read only afterwards.
@@ -51,64 +59,6 @@ struct ThreadRenderers {
 };
 thread_local ThreadRenderers t_renderers;
 
-// MLT's yuv420p layout, as its FFmpeg-backed services lay frames out: packed
-// rows, chroma planes of (width + 1) / 2 by (height + 1) / 2, U then V.
-struct Layout {
-  Layout(int w, int h) : width(w), height(h), chroma_width((w + 1) / 2), chroma_height((h + 1) / 2) {}
-  size_t offset(int plane) const {
-    const size_t luma = static_cast<size_t>(width) * height;
-    return plane == 0 ? 0 : luma + (plane - 1) * static_cast<size_t>(chroma_width) * chroma_height;
-  }
-  int stride(int plane) const { return plane ? chroma_width : width; }
-  size_t size() const { return offset(3); }
-  int width, height, chroma_width, chroma_height;
-};
-
-// A yuv420p frame of MLT as an Image: MLT's own planes when the layouts agree
-// (even sizes), else a copy, since the library's chroma planes are width / 2 by
-// height / 2. A copy never reaches past the `size` bytes MLT handed over.
-class FrameImage {
- public:
-  FrameImage(uint8_t* data, size_t size, int width, int height) : data_(data), size_(size), layout_(width, height) {
-    if (width % 2 == 0 && height % 2 == 0 && layout_.size() <= size) {
-      image_ = new Image(width, height, data, data + layout_.offset(1), data + layout_.offset(2));
-    } else {
-      image_ = new Image(width, height);
-      copied_ = true;
-      transfer(true);
-    }
-  }
-  ~FrameImage() { delete image_; }
-  FrameImage(const FrameImage&) = delete;
-  FrameImage& operator=(const FrameImage&) = delete;
-
-  Image* image() { return image_; }
-  // Puts what was written into a copy back into MLT's planes.
-  void write_back() {
-    if (copied_) transfer(false);
-  }
-
- private:
-  void transfer(bool into_image) {
-    uint8_t* own[3] = {image_->get_Y(), image_->get_U(), image_->get_V()};
-    for (int p = 0; p < 3; ++p) {
-      const int w = p ? layout_.width / 2 : layout_.width, h = p ? layout_.height / 2 : layout_.height;
-      for (int row = 0; row < h; ++row) {
-        const size_t at = layout_.offset(p) + static_cast<size_t>(row) * layout_.stride(p);
-        if (at + w > size_) return;
-        uint8_t* mine = own[p] + static_cast<size_t>(row) * w;
-        std::memcpy(into_image ? mine : data_ + at, into_image ? data_ + at : mine, w);
-      }
-    }
-  }
-
-  uint8_t* data_;
-  size_t size_;
-  Layout layout_;
-  Image* image_ = nullptr;
-  bool copied_ = false;
-};
-
 // The style the service is set to: an index or a style name. Out of range or
 // unknown styles are clamped, as MLT's own services clamp, and reported once
 // per value.
@@ -125,18 +75,24 @@ int style_of(mlt_transition transition, const Service& service) {
   const bool number = end != value && *end == '\0';
   if (number && index >= 0 && index <= last) return static_cast<int>(index);
   const int clamped = number && index > last ? last : 0;
-  const char* reported = mlt_properties_get(properties, "_zv_reported_style");
-  if (!reported || std::strcmp(reported, value) != 0) {
-    mlt_log_warning(MLT_TRANSITION_SERVICE(transition), "style \"%s\" out of range 0-%d, using %d (\"%s\")\n", value,
-                    last, clamped, service.styles[clamped].c_str());
-    mlt_properties_set(properties, "_zv_reported_style", value);
-  }
+  zv_mlt::report_once(transition, "_zv_reported_style",
+                      std::string("style \"") + value + "\" out of range 0-" + std::to_string(last) + ", using " +
+                          std::to_string(clamped) + " (\"" + service.styles[clamped] + "\")");
   return clamped;
 }
 
+// How far into the transition this frame is, 0 to 1, the last frame exactly at the end.
+double fraction_of(mlt_transition transition, mlt_frame frame) {
+  const mlt_position length = mlt_transition_get_length(transition);
+  const mlt_position position = mlt_transition_get_position(transition, frame);
+  return position >= length - 1 ? 1.0 : static_cast<double>(position) / (length - 1);
+}
+
 // The parameter block of this frame: duration the transition's length in
-// seconds, position the time into it, the last frame exactly at the end.
-TransitionParams params_of(mlt_transition transition, mlt_frame frame, const Service& service) {
+// seconds, position the eased time into it (linear: the time itself), the last
+// frame exactly at the end.
+TransitionParams params_of(mlt_transition transition, mlt_frame frame, const Service& service,
+                           const zv::Easing& easing) {
   mlt_properties properties = MLT_TRANSITION_PROPERTIES(transition);
   TransitionParams params{};
   params.style = style_of(transition, service);
@@ -147,7 +103,9 @@ TransitionParams params_of(mlt_transition transition, mlt_frame frame, const Ser
   const mlt_position length = mlt_transition_get_length(transition);
   const mlt_position position = mlt_transition_get_position(transition, frame);
   params.duration = (length > 0 ? length : 1) / (fps > 0 ? fps : 25.0);
-  params.position = position >= length - 1 ? params.duration : params.duration * position / (length - 1);
+  params.position = position >= length - 1 ? params.duration
+                    : easing.linear()       ? params.duration * position / (length - 1)
+                                            : zv::eased(easing, fraction_of(transition, frame)) * params.duration;
   return params;
 }
 
@@ -173,22 +131,27 @@ int get_image(mlt_frame a_frame, uint8_t** image, mlt_image_format* format, int*
   // Outside the common region the library leaves the output as it was: A.
   if (b_width != *width || b_height != *height) std::memcpy(out_data, *image, a_size);
 
-  TransitionParams params = params_of(transition, a_frame, *service);
+  const zv::Easing easing = zv_mlt::easing_of(transition);
   int result;
+  std::string why;
   {
     FrameImage out(out_data, size, *width, *height), a(*image, a_size, *width, *height),
         b(b_image, b_size, b_width, b_height);
     t_renderers.used.emplace(*width, *height, service->id);
-    result = transition_get_op(service->id)(out.image(), a.image(), b.image(), &params);
+    if (service->gl >= 0) {
+      const zv_mlt::GlSettings settings = zv_mlt::gl_settings_of(transition, service->gl);
+      result = zvGlTranApply(service->gl, out.image(), a.image(), b.image(), zv::eased(easing, fraction_of(transition, a_frame)),
+                             settings.values.data(), static_cast<int>(settings.values.size()));
+      why = zvGlTranError();
+    } else {
+      TransitionParams params = params_of(transition, a_frame, *service, easing);
+      result = transition_get_op(service->id)(out.image(), a.image(), b.image(), &params);
+      why = service->name + " returned " + std::to_string(result);
+    }
     out.write_back();
   }
   if (result != kTransitionDone) {
-    mlt_properties properties = MLT_TRANSITION_PROPERTIES(transition);
-    if (mlt_properties_get_int(properties, "_zv_reported_result") != result) {
-      mlt_log_warning(MLT_TRANSITION_SERVICE(transition), "%s returned %d; showing A\n", service->name.c_str(),
-                      result);
-      mlt_properties_set_int(properties, "_zv_reported_result", result);
-    }
+    zv_mlt::report_once(transition, "_zv_reported_result", why + "; showing A");
     mlt_pool_release(out_data);
     return 0;
   }
@@ -234,6 +197,9 @@ extern "C" ZV_DLL_EXPORT MLT_REPOSITORY {
   }
   services().clear();
   for (const auto& t : catalogue) services().push_back({t.id, zv_mlt::service_name(t.name.c_str()), t.styles});
+  for (int i = 0; i < zvGlTranCount(); ++i) {
+    services().push_back({0, zv_mlt::service_name(zvGlTranInfo(i)->name, zv_mlt::kGlServicePrefix), {}, i});
+  }
   for (const Service& s : services()) {
     MLT_REGISTER(mlt_service_transition_type, s.name.c_str(), transition_init);
     MLT_REGISTER_METADATA(mlt_service_transition_type, s.name.c_str(), metadata, nullptr);

@@ -8,8 +8,8 @@
 
 namespace zv_mlt {
 
-std::string service_name(const char* display_name) {
-  std::string name = "zv";
+std::string service_name(const char* display_name, const char* prefix) {
+  std::string name = prefix;
   bool gap = true;
   for (const char* c = display_name ? display_name : ""; *c; ++c) {
     unsigned char ch = static_cast<unsigned char>(*c);

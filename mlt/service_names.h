@@ -6,10 +6,13 @@
 
 namespace zv_mlt {
 
-// The service name of a transition: "zv_" and its display name in lower case,
-// every run of other characters than letters and digits made one underscore
-// ("3D Z-Stretch" gives "zv_3d_z_stretch").
-std::string service_name(const char* display_name);
+// The service name of a transition: "zv_" (or another prefix and "_") and its
+// display name in lower case, every run of other characters than letters and
+// digits made one underscore ("3D Z-Stretch" gives "zv_3d_z_stretch").
+std::string service_name(const char* display_name, const char* prefix = "zv");
+
+// The prefix of the GLSL collection's services ("coord-from-in" gives "zvgl_coord_from_in").
+constexpr const char* kGlServicePrefix = "zvgl";
 
 // What the catalogue says about one transition, copied out of the library's
 // static buffers.

@@ -288,6 +288,47 @@ TEST_F(RenderTest, TruncatedStdinStopsWithOneLine) {
   EXPECT_EQ(listing(), std::set<std::string>{"a.y4m"});
 }
 
+// GLSL transitions and easing through render: each frame is the call `zvtran apply` makes at the eased time (ease-in
+// half way: 0.125), a cubic-bezier on the diagonal renders linear's bytes, and a transition that cannot be drawn here
+// stops the render with one line and no output.
+TEST_F(RenderTest, GlslTransitionsAndEasingDrawWhatApplyDraws) {
+  lavfi("testsrc2=size=64x48:rate=25 -t 1", "a.y4m");
+  lavfi("mandelbrot=size=64x48:rate=25 -t 1", "b.y4m");
+  const Video a = parse_y4m(read_text(path("a.y4m"))), b = parse_y4m(read_text(path("b.y4m")));
+  ASSERT_EQ(a.frames.size(), 25u);
+  // 0.44 s at 25 fps: 11 frames, the middle one half way.
+  const std::string clips = "render " + q("a.y4m") + " " + q("b.y4m") + " --duration 0.44 -o - --transition ";
+  auto apply = [&](const std::string& op, size_t i, double position, const std::string& options) {
+    std::ofstream(path("fa.yuv"), std::ios::binary).write(reinterpret_cast<const char*>(a.frames[i].data()), a.frames[i].size());
+    std::ofstream(path("fb.yuv"), std::ios::binary).write(reinterpret_cast<const char*>(b.frames[i].data()), b.frames[i].size());
+    char at[32];
+    std::snprintf(at, sizeof at, "%.17g", position);
+    zvtran_ok("apply " + op + " --a " + q("fa.yuv") + " --a-size 64x48 --b " + q("fb.yuv") + " --out " + q("fo.yuv") +
+              " --position " + at + " " + options);
+    const std::string bytes = read_text(path("fo.yuv"));
+    return std::vector<uint8_t>(bytes.begin(), bytes.end());
+  };
+  struct Case { std::string transition, options; };
+  for (const Case& c : {Case{"gl:ripple", "--set amplitude=40"}, Case{"14", "--style 0"}}) {
+    SCOPED_TRACE(c.transition);
+    const Video linear = parse_y4m(zvtran_ok(clips + c.transition + " " + c.options));
+    ASSERT_EQ(linear.frames.size(), 11u);
+    for (size_t i : {0, 3, 10}) EXPECT_EQ(linear.frames[i], apply(c.transition, i, i / 10.0, c.options)) << i;
+    const Video eased = parse_y4m(zvtran_ok(clips + c.transition + " " + c.options + " --easing ease-in"));
+    EXPECT_EQ(eased.frames.at(5), apply(c.transition, 5, 0.125, c.options));
+    EXPECT_NE(eased.frames.at(5), linear.frames.at(5));
+    EXPECT_EQ(zvtran_ok(clips + c.transition + " " + c.options + " --easing 'cubic-bezier(0.3, 0.3, 0.9, 0.9)'"),
+              zvtran_ok(clips + c.transition + " " + c.options));
+  }
+  // No OpenGL driver the vendor-neutral library can find: one line naming the transition, exit status 1.
+  Result r = sh("__EGL_VENDOR_LIBRARY_FILENAMES=/nonexistent '" + kZvtran + "' render " + q("a.y4m") + " " +
+                q("b.y4m") + " --transition gl:fade -o " + q("out.mp4"));
+  EXPECT_EQ(r.status, 1);
+  EXPECT_EQ(r.err.rfind("zvtran render: fade: no OpenGL context can be made", 0), 0u) << r.err;
+  EXPECT_EQ(std::count(r.err.begin(), r.err.end(), '\n'), 1) << r.err;
+  EXPECT_EQ(listing(), (std::set<std::string>{"a.y4m", "b.y4m", "fa.yuv", "fb.yuv", "fo.yuv"}));
+}
+
 // Every implemented transition, randomised ones included, on one worker and on four.
 TEST_F(RenderTest, ThreadCountDoesNotChangeOutput) {
   lavfi("testsrc2=size=64x48:rate=10 -t 1", "a.y4m");
@@ -393,11 +434,16 @@ TEST_F(RenderTest, FailedWritesNameTheOutputAndLeaveWhatWasThere) {
 
 TEST_F(RenderTest, DemoGalleryPlaysInChromium) {
   const std::string page_url = "file://" + path("gallery") + "/index.html";
-  Result r = zvtran("demo -o " + q("gallery") + " --ids Fade --size 96x64");
+  Result r = zvtran("demo -o " + q("gallery") + " --ids Fade,gl:InvertedPageCurl,gl:luma --size 96x64");
   ASSERT_EQ(r.status, 0) << r.err;
   EXPECT_NE(r.out.find(page_url), std::string::npos) << r.out;
   const std::string page = read_text(path("gallery/index.html"));
-  const int styles = zvTranGetStyleCount(14);
+  // Fade's styles, then the two GLSL transitions, each with its author and licence.
+  const int styles = zvTranGetStyleCount(14) + 2;
+  for (const char* text : {"<h1>The GLSL collection</h1>", "id=\"gl-luma\"", "by Hewlett-Packard &middot; licence: BSD 3 Clause",
+                           "media/gl-luma-0.mp4"}) {
+    EXPECT_NE(page.find(text), std::string::npos) << text;
+  }
   size_t videos = 0;
   for (size_t at = 0; (at = page.find("<video ", at)) != std::string::npos; ++at) ++videos;
   EXPECT_EQ(videos, static_cast<size_t>(styles));

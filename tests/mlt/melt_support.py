@@ -57,15 +57,15 @@ def mean_diff(x, y):
     return sum(abs(p - q) for p, q in zip(x, y)) / len(x)
 
 
-def zvtran_apply(zvtran, work, op, style, a, b, size, position):
-    """What `zvtran apply` draws from frames a and b at `position` of a 1 s transition."""
+def zvtran_apply(zvtran, work, op, style, a, b, size, position, extra=()):
+    """What `zvtran apply` draws from frames a and b at `position` of a 1 s transition (`extra`: more options)."""
     paths = [os.path.join(work, name + ".yuv") for name in ("apply_a", "apply_b", "apply_out")]
     for path, frame in zip(paths, (a, b)):
         with open(path, "wb") as f:
             f.write(frame)
     dims = f"{size[0]}x{size[1]}"
     run([zvtran, "apply", str(op), "--a", paths[0], "--a-size", dims, "--b", paths[1], "--b-size", dims,
-         "--out", paths[2], "--out-size", dims, "--style", str(style), "--duration", "1", "--position", str(position)])
+         "--out", paths[2], "--out-size", dims, "--style", str(style), "--duration", "1", "--position", str(position), *extra])
     with open(paths[2], "rb") as f:
         return f.read()
 

@@ -56,7 +56,9 @@ clean=(env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME="$work/home" LANG=C.UTF-8)
 mkdir "$work/home"
 count=$("${clean[@]}" melt -query transitions | grep -c '^  - zv_' || true)
 [ "$count" -eq 66 ] || fail "melt -query transitions lists $count zv_ services, not 66"
-echo "packages: melt lists the 66 services"
+count=$("${clean[@]}" melt -query transitions | grep -c '^  - zvgl_' || true)
+[ "$count" -eq 125 ] || fail "melt -query transitions lists $count zvgl_ services, not 125"
+echo "packages: melt lists the 66 services and the 125 GLSL transitions"
 "${clean[@]}" python3 tests/mlt/kdenlive_project_test.py "$work/kdenlive" zvtran /usr/share/kdenlive/transitions
 "${clean[@]}" bash tests/install/consumers.sh "$work/consumers" c++
 "${clean[@]}" python3 -c 'import numpy as np, zvtransition as zv
