@@ -16,8 +16,8 @@ import numpy as np
 import zvtransition as zv
 
 a, b = np.full((72, 64), 40, np.uint8), np.full((72, 64), 200, np.uint8)
-assert zv.__file__.startswith(sys.argv[1])
-assert (zv.apply("Fade", a, b, 1.0) == b).all()
+assert zv.__file__.startswith(sys.argv[1]), zv.__file__
+assert (zv.apply("Fade", a, b, 1.0) == b).all(), "Fade at its end is not b"
 libraries = [line.split()[-1] for line in open("/proc/self/maps") if "libZvTransition.so" in line]
 assert libraries and all(path.startswith(sys.argv[1]) for path in libraries), libraries
 print("imported from", zv.__file__)
