@@ -119,7 +119,8 @@ int catalogue_command(int argc, char** argv) {
   std::vector<Entry> entries;
   for (int id = 1; id <= zv::kTransitionCount; ++id) entries.push_back(describe(id));
   if (args.has("json")) {
-    const nlohmann::ordered_json all = {{"transitions", entries_json(entries)}, {"glsl_transitions", collection_json()}};
+    const nlohmann::ordered_json all = {{"transitions", entries_json(entries)},
+                                        {"glsl_transitions", collection_json()}};
     std::printf("%s\n", all.dump(2).c_str());
   } else {
     print_table(entries);

@@ -139,9 +139,13 @@ void render_job_into(const Job& job, const fs::path& media, Size size) {
   info.transition_frames = plan.transition_frames();
   const ZvGlTransitionInfo* gl = zvGlTranInfo(job.card->gl.index);
   info.title = gl ? job.card->key() : std::to_string(job.card->id) + " " + job.card->name;
-  info.subtitle = gl                         ? std::string("by ") + gl->author + " (" + gl->license + ")"
-                  : job.card->styles.empty() ? "no styles"
-                                             : "style " + std::to_string(job.style) + ": " + job.card->styles[job.style];
+  if (gl) {
+    info.subtitle = std::string("by ") + gl->author + " (" + gl->license + ")";
+  } else {
+    info.subtitle = job.card->styles.empty()
+                        ? "no styles"
+                        : "style " + std::to_string(job.style) + ": " + job.card->styles[job.style];
+  }
   info.video_quality = 26;
   info.encoder_threads = 1;  // the jobs themselves keep every core busy
   std::unique_ptr<FrameSink> video = open_sink((media / (job.name + ".mp4")).string(), info);

@@ -20,6 +20,9 @@ set(ZV_PUBLIC_HEADERS
   gl/gl_release.h
   host/host_api.h host/transition_abi.h host/image.h host/transition_registry.h host/string_loader.h
   host/new_dib.h host/bitmap_header.h)
+if(NOT WIN32)
+  list(APPEND ZV_PUBLIC_HEADERS effects3d/zv_gl_collection.h)  # the GLSL collection is not in the Windows build
+endif()
 foreach(header ${ZV_PUBLIC_HEADERS})
   get_filename_component(folder ${header} DIRECTORY)
   install(FILES ${PROJECT_SOURCE_DIR}/${header} DESTINATION ${ZV_HEADER_DIR}/${folder} COMPONENT dev)

@@ -101,7 +101,8 @@ bool CGlCollectionRenderer::Setup(int width, int height, std::string* error) {
   if (!hglrc) {
     // Why, as the 3D transitions' status tells it (when a context can be made
     // in general, this one still could not).
-    *error = offscreen_gl_status().available ? "no OpenGL context can be made for its renderer" : offscreen_gl_summary();
+    *error = offscreen_gl_status().available ? "no OpenGL context can be made for its renderer"
+                                             : offscreen_gl_summary();
     return false;
   }
   MakeCurrent();

@@ -37,8 +37,8 @@ void write_head(std::ostream& out, const std::string& service, const std::string
       << "  - identifier: easing\n"
       << "    title: \"Easing\"\n"
       << "    type: string\n"
-      << "    description: " << quoted(std::string("How the time maps to the progress shown: ") + zv::kEasingChoices + ".")
-      << "\n"
+      << "    description: "
+      << quoted(std::string("How the time maps to the progress shown: ") + zv::kEasingChoices + ".") << "\n"
       << "    default: linear\n"
       << "    values:\n      - linear\n      - ease-in\n      - ease-out\n      - ease-in-out\n"
       << "    mutable: yes\n";

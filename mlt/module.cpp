@@ -140,8 +140,9 @@ int get_image(mlt_frame a_frame, uint8_t** image, mlt_image_format* format, int*
     t_renderers.used.emplace(*width, *height, service->id);
     if (service->gl >= 0) {
       const zv_mlt::GlSettings settings = zv_mlt::gl_settings_of(transition, service->gl);
-      result = zvGlTranApply(service->gl, out.image(), a.image(), b.image(), zv::eased(easing, fraction_of(transition, a_frame)),
-                             settings.values.data(), static_cast<int>(settings.values.size()));
+      const double progress = zv::eased(easing, fraction_of(transition, a_frame));
+      result = zvGlTranApply(service->gl, out.image(), a.image(), b.image(), progress, settings.values.data(),
+                             static_cast<int>(settings.values.size()));
       why = zvGlTranError();
     } else {
       TransitionParams params = params_of(transition, a_frame, *service, easing);

@@ -299,8 +299,9 @@ TEST_F(RenderTest, GlslTransitionsAndEasingDrawWhatApplyDraws) {
   // 0.44 s at 25 fps: 11 frames, the middle one half way.
   const std::string clips = "render " + q("a.y4m") + " " + q("b.y4m") + " --duration 0.44 -o - --transition ";
   auto apply = [&](const std::string& op, size_t i, double position, const std::string& options) {
-    std::ofstream(path("fa.yuv"), std::ios::binary).write(reinterpret_cast<const char*>(a.frames[i].data()), a.frames[i].size());
-    std::ofstream(path("fb.yuv"), std::ios::binary).write(reinterpret_cast<const char*>(b.frames[i].data()), b.frames[i].size());
+    for (const auto& [name, frame] : {std::make_pair("fa.yuv", &a.frames[i]), std::make_pair("fb.yuv", &b.frames[i])}) {
+      std::ofstream(path(name), std::ios::binary).write(reinterpret_cast<const char*>(frame->data()), frame->size());
+    }
     char at[32];
     std::snprintf(at, sizeof at, "%.17g", position);
     zvtran_ok("apply " + op + " --a " + q("fa.yuv") + " --a-size 64x48 --b " + q("fb.yuv") + " --out " + q("fo.yuv") +
@@ -440,8 +441,8 @@ TEST_F(RenderTest, DemoGalleryPlaysInChromium) {
   const std::string page = read_text(path("gallery/index.html"));
   // Fade's styles, then the two GLSL transitions, each with its author and licence.
   const int styles = zvTranGetStyleCount(14) + 2;
-  for (const char* text : {"<h1>The GLSL collection</h1>", "id=\"gl-luma\"", "by Hewlett-Packard &middot; licence: BSD 3 Clause",
-                           "media/gl-luma-0.mp4"}) {
+  for (const char* text : {"<h1>The GLSL collection</h1>", "id=\"gl-luma\"", "media/gl-luma-0.mp4",
+                           "by Hewlett-Packard &middot; licence: BSD 3 Clause"}) {
     EXPECT_NE(page.find(text), std::string::npos) << text;
   }
   size_t videos = 0;

@@ -1,8 +1,11 @@
 // A host built against the installed library: registers the transitions and
-// runs one. Prints what it found; exits non-zero when something is wrong.
+// runs one, then one of the GLSL collection. Prints what it found; exits
+// non-zero when something is wrong.
 #include <cstdio>
 #include <cstring>
+#include <initializer_list>
 
+#include "effects3d/zv_gl_collection.h"
 #include "frame/transition_op.h"
 #include "frame/zv_transition.h"
 #include "gl/gl_release.h"
@@ -24,7 +27,21 @@ int main() {
   params.enabled = 1;
   int result = transition_get_op(fade)(&out, &a, &b, &params);
   if (result != 0 || out.get_Y()[0] != 200) return std::printf("Fade gave %d, luma %d\n", result, out.get_Y()[0]), 1;
-  ZvFreeOpenGLObj();
   std::printf("66 transitions; %s drew b; style 0 is \"%s\"\n", transition_get_op_name(fade), zvTranGetStyleName(14)[0]);
+
+  // Grey (neutral chroma), which comes back through RGB as it went.
+  for (Image* image : {&a, &b}) {
+    std::memset(image->get_U(), 128, image->plane_size(1));
+    std::memset(image->get_V(), 128, image->plane_size(2));
+  }
+  const int gl_fade = zvGlTranFind("fade");
+  result = zvGlTranApply(gl_fade, &out, &a, &b, 0.0, nullptr, 0);
+  if (zvGlTranCount() != 125 || result != 0 || out.get_Y()[0] < 38 || out.get_Y()[0] > 42) {
+    return std::printf("%d GLSL transitions, fade gave %d (%s), luma %d\n", zvGlTranCount(), result, zvGlTranError(),
+                       out.get_Y()[0]), 1;
+  }
+  ZvFreeOpenGLObj();
+  ZvFreeOpenGLObj();
+  std::printf("125 GLSL transitions; gl:%s by %s drew a\n", zvGlTranInfo(gl_fade)->name, zvGlTranInfo(gl_fade)->author);
   return 0;
 }

@@ -148,8 +148,8 @@ def main():
     if len(frames) != last + 1:
         sys.exit(f"the render has {len(frames)} frames, not {last + 1}")
     middle = N // 2
-    listed = json.loads(run([zvtran, "catalogue", "--json"]).stdout)["transitions"]
-    fade = next(t for t in listed if t["name"] == "Fade")
+    catalogue = json.loads(run([zvtran, "catalogue", "--json"]).stdout)["transitions"]
+    fade = next(t for t in catalogue if t["name"] == "Fade")
     style = fade["styles"].index(STYLE_NAME)
     want = zvtran_apply(zvtran, work, fade["id"], style, a[START + middle], b[middle], SIZE, middle / (N - 1))
     check_frame(f"{SERVICE} '{STYLE_NAME}': middle frame vs zvtran apply", frames[START + middle], want, SIZE)

@@ -65,7 +65,8 @@ def zvtran_apply(zvtran, work, op, style, a, b, size, position, extra=()):
             f.write(frame)
     dims = f"{size[0]}x{size[1]}"
     run([zvtran, "apply", str(op), "--a", paths[0], "--a-size", dims, "--b", paths[1], "--b-size", dims,
-         "--out", paths[2], "--out-size", dims, "--style", str(style), "--duration", "1", "--position", str(position), *extra])
+         "--out", paths[2], "--out-size", dims, "--style", str(style), "--duration", "1", "--position", str(position),
+         *extra])
     with open(paths[2], "rb") as f:
         return f.read()
 
