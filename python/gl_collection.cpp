@@ -95,8 +95,8 @@ void append_gl_catalogue(py::list& list) {
   }
 }
 
-py::object call_gl_transition(const std::string& transition, py::handle a, py::handle b, py::handle out, double progress,
-                              py::handle params) {
+py::object call_gl_transition(const std::string& transition, py::handle a, py::handle b, py::handle out,
+                              double progress, py::handle params) {
   const std::string name = transition.substr(sizeof kGlPrefix - 1);
   const int index = zvGlTranFind(name.c_str());
   if (index < 0) throw py::value_error("unknown GLSL transition '" + name + "' (see zvtransition.catalogue())");
