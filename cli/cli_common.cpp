@@ -180,11 +180,7 @@ int resolve_transition(const std::string& text) {
     }
     return static_cast<int>(id);
   }
-  int found = transition_get_op_id(text.c_str());
-  for (int id = 1; id <= zv::kTransitionCount && found < 1; ++id) {
-    const char* name = transition_get_op_name(id);
-    if (name && strcasecmp(name, text.c_str()) == 0) found = id;
-  }
+  const int found = transition_find_op_id(text.c_str());
   if (found < 1) throw UsageError("unknown transition '" + text + "' (see: zvtran catalogue)");
   return found;
 }

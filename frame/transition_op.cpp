@@ -4,13 +4,6 @@
 
 namespace zv {
 
-double transition_progress(const TransitionParams* params) {
-  if (params->position < 0.0) return 0.0 / params->duration;
-  double q = params->position;
-  if (params->position > params->duration) q = params->duration;
-  return q / params->duration;
-}
-
 int transition_prologue(Image* out, const Image* a, const Image* b, const TransitionParams* params) {
   if (!out || !a || !b || !params) return kTransitionNullArgument;
   out->copy_flags(*a);

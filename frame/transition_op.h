@@ -12,7 +12,12 @@ namespace zv {
 // Progress of the transition from the block. Deliberately unguarded: a zero
 // duration gives NaN, a position past the end gives exactly 1.0 and a negative
 // position gives 0.0 / duration (negative zero for a negative duration).
-double transition_progress(const TransitionParams* params);
+// Inline, so that hosts of the shared library have it too.
+inline double transition_progress(const TransitionParams* params) {
+  if (params->position < 0.0) return 0.0 / params->duration;
+  const double q = params->position > params->duration ? params->duration : params->position;
+  return q / params->duration;
+}
 
 inline int min3(int a, int b, int c) {
   int m = a < b ? a : b;

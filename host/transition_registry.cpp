@@ -1,5 +1,6 @@
 #include "host/transition_registry.h"
 
+#include <cctype>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -13,6 +14,16 @@ struct RegisteredOp {
 };
 
 std::mutex g_mutex;
+
+bool same_ignoring_case(const std::string& name, const char* text) {
+  size_t i = 0;
+  for (; i < name.size() && text[i]; ++i) {
+    if (std::tolower(static_cast<unsigned char>(name[i])) != std::tolower(static_cast<unsigned char>(text[i]))) {
+      return false;
+    }
+  }
+  return i == name.size() && !text[i];
+}
 std::vector<RegisteredOp>& ops() {
   static std::vector<RegisteredOp> registry;
   return registry;
@@ -36,6 +47,16 @@ int ZV_STDCALL transition_get_op_id(const char* name) {
   std::lock_guard<std::mutex> lock(g_mutex);
   for (size_t i = 0; i < ops().size(); ++i) {
     if (ops()[i].has_name && ops()[i].name == name) return static_cast<int>(i + 1);
+  }
+  return 0;
+}
+
+int transition_find_op_id(const char* name) {
+  if (const int id = transition_get_op_id(name)) return id;
+  if (!name) return 0;
+  std::lock_guard<std::mutex> lock(g_mutex);
+  for (size_t i = 0; i < ops().size(); ++i) {
+    if (ops()[i].has_name && same_ignoring_case(ops()[i].name, name)) return static_cast<int>(i + 1);
   }
   return 0;
 }

@@ -13,5 +13,8 @@ ZV_ZORVAN_API int ZV_STDCALL transition_get_op_id(const char* name);
 // What the host itself uses to run a registered transition.
 ZV_ZORVAN_API TransitionOp transition_get_op(int id);
 ZV_ZORVAN_API const char* transition_get_op_name(int id);
+// The id registered under `name`, else under a name that differs from it only
+// in ASCII letter case (the first such); 0 when there is none.
+ZV_ZORVAN_API int transition_find_op_id(const char* name);
 // Forgets every registered transition (a host reloading its plug-ins).
 ZV_ZORVAN_API void transition_clear_ops();

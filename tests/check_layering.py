@@ -9,7 +9,7 @@ import sys
 
 # Lowest first; the programs and tests sit on top of them all.
 ORDER = ["host", "resources", "frame", "imaging", "wipes", "blends", "gl", "effects3d"]
-TOP = ["cli", "mlt", "fuzz", "tests", "bench", "tools"]
+TOP = ["cli", "mlt", "python", "fuzz", "tests", "bench", "tools"]
 RANK = {folder: rank for rank, folder in enumerate(ORDER)}
 RANK.update(dict.fromkeys(TOP, len(ORDER)))
 # Registration is the one file that sees every family.

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 #include "frame/registration.h"
 #include "frame/zv_transition.h"
@@ -37,6 +38,12 @@ TEST(RegistrationTest, EveryIdIsRegisteredInOrderWithItsOwnEntry) {
     EXPECT_STREQ(transition_get_op_name(id), zv::load_library_string(id)) << id;
   }
   EXPECT_EQ(transition_get_op_id("3D Door"), 59);
+  // Names in any letter case, as users type them; only whole names.
+  for (const auto& [name, id] : {std::pair{"3D Door", 59}, {"3d door", 59}, {"FADE", 14}, {"fad", 0}, {"faded", 0},
+                                 {"", 0}}) {
+    EXPECT_EQ(transition_find_op_id(name), id) << name;
+  }
+  EXPECT_EQ(transition_find_op_id(nullptr), 0);
   // A second init finds the set registered and adds nothing.
   EXPECT_EQ(zvTranInit(), 1);
   EXPECT_EQ(transition_get_op_count(), 66);

@@ -12,6 +12,7 @@ ZV_PACKAGES=(
   clang libclang-rt-14-dev
   ffmpeg chromium
   help2man lintian man-db  # zvtran's manual page; the Debian packages' checks
+  pybind11-dev python3-dev python3-numpy python3-pytest python3-av
 )
 
 zv_ensure_packages() {

@@ -3,7 +3,8 @@
 # /usr (build-deb), checked by lintian, installed with apt-get, and used with
 # no environment variables set: melt lists the 66 services and renders a
 # Kdenlive project through zv_fade, hosts build through pkg-config and
-# find_package, zvtran and its manual page work. Then removed with apt-get:
+# find_package, zvtran and its manual page work, python3 imports the module.
+# Then removed with apt-get:
 # nothing of them may be left, and the machine must have the packages it had.
 # usage: bash tests/packages/deb_test.sh   (as root, or a user with sudo)
 set -euo pipefail
@@ -22,7 +23,7 @@ cp build-deb/packages/*.deb "$work"
 debs=("$work"/*.deb)
 names=()
 for deb in "${debs[@]}"; do names+=("$(dpkg-deb -f "$deb" Package)"); done
-[ ${#names[@]} -eq 4 ] || fail "${#names[@]} packages built: ${names[*]}"
+[ ${#names[@]} -eq 5 ] || fail "${#names[@]} packages built: ${names[*]}"
 echo "packages: built ${names[*]}"
 
 # Packages present in any state but "not installed", as "NAME:ARCH VERSION STATUS".
@@ -60,11 +61,16 @@ count=$("${clean[@]}" melt -query transitions | grep -c '^  - zvgl_' || true)
 echo "packages: melt lists the 66 services and the 125 GLSL transitions"
 "${clean[@]}" python3 tests/mlt/kdenlive_project_test.py "$work/kdenlive" zvtran /usr/share/kdenlive/transitions
 "${clean[@]}" bash tests/install/consumers.sh "$work/consumers" c++
+"${clean[@]}" python3 -c 'import numpy as np, zvtransition as zv
+a, b = np.zeros((72, 64), np.uint8), np.full((72, 64), 200, np.uint8)
+assert zv.__file__.startswith("/usr/lib/python3/dist-packages/") and (zv.apply("Fade", a, b, 1.0) == b).all()'
+echo "packages: python3 imports zvtransition and draws a Fade"
 
 version=$(dpkg-deb -f "$work"/zvtran_*.deb Version)
 [ "$("${clean[@]}" zvtran --version)" = "zvtran ${version%-*}" ] || fail "zvtran --version: $(zvtran --version)"
 "${clean[@]}" zvtran render pattern:bars pattern:checker --transition Fade --size 64x48 -o "$work/fade.mp4"
-unresolved=$(ldd /usr/bin/zvtran /usr/lib/*/zvtran/zvtran-media.so /usr/lib/*/mlt-7/libmltzvtransition.so |
+unresolved=$(ldd /usr/bin/zvtran /usr/lib/*/zvtran/zvtran-media.so /usr/lib/*/mlt-7/libmltzvtransition.so \
+  /usr/lib/python3/dist-packages/zvtransition*.so |
   grep "not found" || true)
 [ -z "$unresolved" ] || fail "unresolved libraries: $unresolved"
 
