@@ -124,22 +124,31 @@ HWY_INLINE hn::Vec<D32> channel(hn::Vec<D32> luma, hn::Vec<D32> term) {
 
 HWY_INLINE hn::Vec<D32> pack_pair(hn::Vec<D32> low, hn::Vec<D32> high) { return hn::Or(low, hn::ShiftLeft<8>(high)); }
 
+// One vector of pixel pairs: each pair's two scaled lumas and the chroma
+// terms of red, green and blue that both pixels share.
+HWY_INLINE void pair_terms(const uint8_t* y, const uint8_t* u, const uint8_t* v, hn::Vec<D32>& even,
+                           hn::Vec<D32>& odd, hn::Vec<D32>& r0, hn::Vec<D32>& g0, hn::Vec<D32>& b0) {
+  const D32 d;
+  const D8Of32 d8;
+  const auto luma_k = hn::Set(d, kYuvLuma);
+  hn::Vec<D8Of32> even8, odd8;
+  hn::LoadInterleaved2(d8, y, even8, odd8);
+  const auto cu = hn::PromoteTo(d, hn::LoadU(d8, u)), cv = hn::PromoteTo(d, hn::LoadU(d8, v));
+  r0 = hn::Add(hn::Mul(cv, hn::Set(d, kRedV)), hn::Set(d, kRedBias));
+  g0 = hn::Add(hn::Add(hn::Mul(cu, hn::Set(d, kGreenU)), hn::Mul(cv, hn::Set(d, kGreenV))), hn::Set(d, kGreenBias));
+  b0 = hn::Add(hn::Mul(cu, hn::Set(d, kBlueU)), hn::Set(d, kBlueBias));
+  even = hn::Mul(hn::PromoteTo(d, even8), luma_k);
+  odd = hn::Mul(hn::PromoteTo(d, odd8), luma_k);
+}
+
 void YuvToBgrRow(uint8_t* bgr, const uint8_t* y, const uint8_t* u, const uint8_t* v, int n) {
   const D32 d;
   const D16Of32 d16;
-  const D8Of32 d8;
   const int lanes = static_cast<int>(hn::Lanes(d));
-  const auto luma_k = hn::Set(d, kYuvLuma);
   int j = 0;
   for (; 2 * (j + lanes) <= n; j += lanes) {
-    hn::Vec<D8Of32> even8, odd8;
-    hn::LoadInterleaved2(d8, y + 2 * j, even8, odd8);
-    const auto cu = hn::PromoteTo(d, hn::LoadU(d8, u + j)), cv = hn::PromoteTo(d, hn::LoadU(d8, v + j));
-    const auto r0 = hn::Add(hn::Mul(cv, hn::Set(d, kRedV)), hn::Set(d, kRedBias));
-    const auto g0 = hn::Add(hn::Add(hn::Mul(cu, hn::Set(d, kGreenU)), hn::Mul(cv, hn::Set(d, kGreenV))),
-                            hn::Set(d, kGreenBias));
-    const auto b0 = hn::Add(hn::Mul(cu, hn::Set(d, kBlueU)), hn::Set(d, kBlueBias));
-    const auto even = hn::Mul(hn::PromoteTo(d, even8), luma_k), odd = hn::Mul(hn::PromoteTo(d, odd8), luma_k);
+    hn::Vec<D32> even, odd, r0, g0, b0;
+    pair_terms(y + 2 * j, u + j, v + j, even, odd, r0, g0, b0);
     const auto w0 = pack_pair(channel(even, b0), channel(even, g0));
     const auto w1 = pack_pair(channel(even, r0), channel(odd, b0));
     const auto w2 = pack_pair(channel(odd, g0), channel(odd, r0));
@@ -160,19 +169,11 @@ HWY_INLINE hn::Vec<DU32> rgba_pixel(hn::Vec<D32> luma, hn::Vec<D32> r0, hn::Vec<
 void YuvToRgbaRow(uint8_t* rgba, const uint8_t* y, const uint8_t* u, const uint8_t* v, int n) {
   const D32 d;
   const DU32 du;
-  const D8Of32 d8;
   const int lanes = static_cast<int>(hn::Lanes(d));
-  const auto luma_k = hn::Set(d, kYuvLuma);
   int j = 0;
   for (; 2 * (j + lanes) <= n; j += lanes) {
-    hn::Vec<D8Of32> even8, odd8;
-    hn::LoadInterleaved2(d8, y + 2 * j, even8, odd8);
-    const auto cu = hn::PromoteTo(d, hn::LoadU(d8, u + j)), cv = hn::PromoteTo(d, hn::LoadU(d8, v + j));
-    const auto r0 = hn::Add(hn::Mul(cv, hn::Set(d, kRedV)), hn::Set(d, kRedBias));
-    const auto g0 = hn::Add(hn::Add(hn::Mul(cu, hn::Set(d, kGreenU)), hn::Mul(cv, hn::Set(d, kGreenV))),
-                            hn::Set(d, kGreenBias));
-    const auto b0 = hn::Add(hn::Mul(cu, hn::Set(d, kBlueU)), hn::Set(d, kBlueBias));
-    const auto even = hn::Mul(hn::PromoteTo(d, even8), luma_k), odd = hn::Mul(hn::PromoteTo(d, odd8), luma_k);
+    hn::Vec<D32> even, odd, r0, g0, b0;
+    pair_terms(y + 2 * j, u + j, v + j, even, odd, r0, g0, b0);
     hn::StoreInterleaved2(rgba_pixel(even, r0, g0, b0), rgba_pixel(odd, r0, g0, b0), du,
                           reinterpret_cast<uint32_t*>(rgba + 8 * j));
   }
@@ -183,6 +184,21 @@ HWY_INLINE hn::Vec<D32> weighted(hn::Vec<D32> r, hn::Vec<D32> g, hn::Vec<D32> b,
   const D32 d;
   const auto sum = hn::Add(hn::Add(hn::Mul(r, hn::Set(d, kr)), hn::Mul(g, hn::Set(d, kg))), hn::Mul(b, hn::Set(d, kb)));
   return hn::Add(hn::ShiftRight<14>(sum), hn::Set(d, bias));
+}
+
+// A vector of pixel pairs of one row: their lumas stored, their chroma terms
+// added to the sums of the two rows' pairs.
+HWY_INLINE void pixel_pairs_to_yuv(hn::Vec<D32> r_even, hn::Vec<D32> g_even, hn::Vec<D32> b_even,
+                                   hn::Vec<D32> r_odd, hn::Vec<D32> g_odd, hn::Vec<D32> b_odd, uint8_t* y,
+                                   hn::Vec<D32>& u_sum, hn::Vec<D32>& v_sum) {
+  const D16Of32 d16;
+  const auto luma = pack_pair(weighted(r_even, g_even, b_even, 4211, 8258, 1606, 16),
+                              weighted(r_odd, g_odd, b_odd, 4211, 8258, 1606, 16));
+  hn::StoreU(hn::DemoteTo(d16, luma), d16, reinterpret_cast<uint16_t*>(y));
+  u_sum = hn::Add(u_sum, hn::Add(weighted(r_even, g_even, b_even, -2425, -4768, 7193, 128),
+                                 weighted(r_odd, g_odd, b_odd, -2425, -4768, 7193, 128)));
+  v_sum = hn::Add(v_sum, hn::Add(weighted(r_even, g_even, b_even, 7193, -6029, -1163, 128),
+                                 weighted(r_odd, g_odd, b_odd, 7193, -6029, -1163, 128)));
 }
 
 void BgrToYuvRow(uint8_t* y0, uint8_t* y1, uint8_t* u, uint8_t* v, const uint8_t* bgr0, const uint8_t* bgr1, int n) {
@@ -202,13 +218,7 @@ void BgrToYuvRow(uint8_t* y0, uint8_t* y1, uint8_t* u, uint8_t* v, const uint8_t
       const auto x0 = hn::PromoteTo(d, w0), x1 = hn::PromoteTo(d, w1), x2 = hn::PromoteTo(d, w2);
       const auto b_even = hn::And(x0, low), g_even = hn::ShiftRight<8>(x0), r_even = hn::And(x1, low);
       const auto b_odd = hn::ShiftRight<8>(x1), g_odd = hn::And(x2, low), r_odd = hn::ShiftRight<8>(x2);
-      const auto luma = pack_pair(weighted(r_even, g_even, b_even, 4211, 8258, 1606, 16),
-                                  weighted(r_odd, g_odd, b_odd, 4211, 8258, 1606, 16));
-      hn::StoreU(hn::DemoteTo(d16, luma), d16, reinterpret_cast<uint16_t*>(y_rows[dy] + 2 * j));
-      u_sum = hn::Add(u_sum, hn::Add(weighted(r_even, g_even, b_even, -2425, -4768, 7193, 128),
-                                     weighted(r_odd, g_odd, b_odd, -2425, -4768, 7193, 128)));
-      v_sum = hn::Add(v_sum, hn::Add(weighted(r_even, g_even, b_even, 7193, -6029, -1163, 128),
-                                     weighted(r_odd, g_odd, b_odd, 7193, -6029, -1163, 128)));
+      pixel_pairs_to_yuv(r_even, g_even, b_even, r_odd, g_odd, b_odd, y_rows[dy] + 2 * j, u_sum, v_sum);
     }
     hn::StoreU(hn::DemoteTo(d8, hn::ShiftRight<2>(u_sum)), d8, u + j);
     hn::StoreU(hn::DemoteTo(d8, hn::ShiftRight<2>(v_sum)), d8, v + j);
@@ -220,7 +230,6 @@ void RgbaToYuvRow(uint8_t* y0, uint8_t* y1, uint8_t* u, uint8_t* v, const uint8_
                   int n) {
   const D32 d;
   const DU32 du;
-  const D16Of32 d16;
   const D8Of32 d8;
   const int lanes = static_cast<int>(hn::Lanes(d));
   const auto low = hn::Set(d, 0xFF);
@@ -237,13 +246,7 @@ void RgbaToYuvRow(uint8_t* y0, uint8_t* y1, uint8_t* u, uint8_t* v, const uint8_
       const auto b_even = hn::And(hn::ShiftRight<16>(even), low);
       const auto r_odd = hn::And(odd, low), g_odd = hn::And(hn::ShiftRight<8>(odd), low);
       const auto b_odd = hn::And(hn::ShiftRight<16>(odd), low);
-      const auto luma = pack_pair(weighted(r_even, g_even, b_even, 4211, 8258, 1606, 16),
-                                  weighted(r_odd, g_odd, b_odd, 4211, 8258, 1606, 16));
-      hn::StoreU(hn::DemoteTo(d16, luma), d16, reinterpret_cast<uint16_t*>(y_rows[dy] + 2 * j));
-      u_sum = hn::Add(u_sum, hn::Add(weighted(r_even, g_even, b_even, -2425, -4768, 7193, 128),
-                                     weighted(r_odd, g_odd, b_odd, -2425, -4768, 7193, 128)));
-      v_sum = hn::Add(v_sum, hn::Add(weighted(r_even, g_even, b_even, 7193, -6029, -1163, 128),
-                                     weighted(r_odd, g_odd, b_odd, 7193, -6029, -1163, 128)));
+      pixel_pairs_to_yuv(r_even, g_even, b_even, r_odd, g_odd, b_odd, y_rows[dy] + 2 * j, u_sum, v_sum);
     }
     hn::StoreU(hn::DemoteTo(d8, hn::ShiftRight<2>(u_sum)), d8, u + j);
     hn::StoreU(hn::DemoteTo(d8, hn::ShiftRight<2>(v_sum)), d8, v + j);
