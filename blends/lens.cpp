@@ -8,6 +8,7 @@
 #include "blends/region_views.h"
 #include "frame/entry.h"
 #include "frame/kernel_path.h"
+#include "frame/parallel_rows.h"
 #include "frame/rows.h"
 
 namespace zv {
@@ -44,53 +45,58 @@ void lens_reference(const CommonRegion& r, const LensShape& l) {
 }
 
 // Rows and columns clearly outside the lens (squared distances with a margin
-// that keeps the root's decisions) are copied from `a` whole.
+// that keeps the root's decisions) are copied from `a` whole; the rows are
+// split over the cores.
 void lens_fast(const CommonRegion& r, const LensShape& l) {
+  constexpr int kMinRowsPerPart = 64;
   const int w = r.width;
-  std::vector<double> dxs(static_cast<size_t>(w)), dx2(static_cast<size_t>(w)), dist(static_cast<size_t>(w));
-  std::vector<ptrdiff_t> at(static_cast<size_t>(w));
+  std::vector<double> dxs(static_cast<size_t>(w)), dx2(static_cast<size_t>(w));
   for (int x = 0; x < w; ++x) {
     dxs[x] = x + 0.5 - l.cx;
     dx2[x] = dxs[x] * dxs[x];
   }
   const double outside_r = l.radius + 1e-9, outside2 = outside_r * outside_r;
   const int mid = w / 2;  // dx2 falls over [0, mid) and rises over [mid, w)
-  for (int y = 0; y < r.height; ++y) {
-    uint8_t* o = row_at(r.out, r.out_stride, y);
-    const uint8_t* pa = row_at(r.a, r.a_stride, y);
-    const double dy = y + 0.5 - l.cy, dy2 = dy * dy;
-    int x0 = 0, x1 = mid;
-    while (x0 < x1) {  // first column of the left half not clearly outside
-      const int m = x0 + (x1 - x0) / 2;
-      if (dx2[m] + dy2 > outside2) {
-        x0 = m + 1;
-      } else {
-        x1 = m;
+  parallel_rows(r.height, kMinRowsPerPart, [&](int, int begin, int end_row) {
+    std::vector<double> dist(static_cast<size_t>(w));
+    std::vector<ptrdiff_t> at(static_cast<size_t>(w));
+    for (int y = begin; y < end_row; ++y) {
+      uint8_t* o = row_at(r.out, r.out_stride, y);
+      const uint8_t* pa = row_at(r.a, r.a_stride, y);
+      const double dy = y + 0.5 - l.cy, dy2 = dy * dy;
+      int x0 = 0, x1 = mid;
+      while (x0 < x1) {  // first column of the left half not clearly outside
+        const int m = x0 + (x1 - x0) / 2;
+        if (dx2[m] + dy2 > outside2) {
+          x0 = m + 1;
+        } else {
+          x1 = m;
+        }
       }
-    }
-    int lo = mid, hi = w;
-    while (lo < hi) {  // first column of the right half clearly outside
-      const int m = lo + (hi - lo) / 2;
-      if (dx2[m] + dy2 > outside2) {
-        hi = m;
-      } else {
-        lo = m + 1;
+      int lo = mid, hi = w;
+      while (lo < hi) {  // first column of the right half clearly outside
+        const int m = lo + (hi - lo) / 2;
+        if (dx2[m] + dy2 > outside2) {
+          hi = m;
+        } else {
+          lo = m + 1;
+        }
       }
+      const int end = lo;
+      std::memcpy(o, pa, x0);
+      // Three passes without branches: distances, then where each sample reads
+      // (-1: outside the lens), then the copy.
+      for (int x = x0; x < end; ++x) dist[x] = std::sqrt(dx2[x] + dy2);
+      for (int x = x0; x < end; ++x) {
+        const double m = (1 - l.strength) + l.strength * dist[x] / l.radius;
+        const int sx = std::clamp(floor_to_int(l.cx + dxs[x] * m), 0, r.width - 1);
+        const int sy = std::clamp(floor_to_int(l.cy + dy * m), 0, r.height - 1);
+        at[x] = dist[x] >= l.radius ? -1 : sy * static_cast<ptrdiff_t>(r.b_stride) + sx;
+      }
+      for (int x = x0; x < end; ++x) o[x] = at[x] < 0 ? pa[x] : r.b[at[x]];
+      std::memcpy(o + end, pa + end, w - end);
     }
-    const int end = lo;
-    std::memcpy(o, pa, x0);
-    // Three passes without branches: distances, then where each sample reads
-    // (-1: outside the lens), then the copy.
-    for (int x = x0; x < end; ++x) dist[x] = std::sqrt(dx2[x] + dy2);
-    for (int x = x0; x < end; ++x) {
-      const double m = (1 - l.strength) + l.strength * dist[x] / l.radius;
-      const int sx = std::clamp(floor_to_int(l.cx + dxs[x] * m), 0, r.width - 1);
-      const int sy = std::clamp(floor_to_int(l.cy + dy * m), 0, r.height - 1);
-      at[x] = dist[x] >= l.radius ? -1 : sy * static_cast<ptrdiff_t>(r.b_stride) + sx;
-    }
-    for (int x = x0; x < end; ++x) o[x] = at[x] < 0 ? pa[x] : r.b[at[x]];
-    std::memcpy(o + end, pa + end, w - end);
-  }
+  });
 }
 
 }  // namespace

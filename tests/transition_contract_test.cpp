@@ -250,7 +250,8 @@ TEST_P(TransitionContract, HostileInputsGiveAResultCodeAndLeaveTheSourcesAlone) 
 }
 
 // The fast plane workers give exactly the bytes of the plain reference
-// workers, on random frames of odd and mixed sizes.
+// workers, on random frames of odd and mixed sizes, and on frames large
+// enough for workers that split their rows over the cores.
 TEST_P(TransitionContract, FastPathMatchesTheReferencePath) {
   const Traits& t = GetParam();
   if (t.drawing == kOpenGl) GTEST_SKIP() << "drawn with OpenGL: no separate reference path";
@@ -279,6 +280,12 @@ TEST_P(TransitionContract, FastPathMatchesTheReferencePath) {
               << position;
         }
       }
+    }
+    const int large[6] = {331, 263, 331, 263, 301, 277};
+    for (double position : {0.13, 0.77}) {
+      const TransitionParams block = zvtest::make_params(style, position);
+      ASSERT_EQ(run(zv::KernelPath::kReference, large, block), run(zv::KernelPath::kFast, large, block))
+          << "style " << style << " large frames, position " << position;
     }
   }
 }
