@@ -52,7 +52,7 @@ void quiet_egl_warnings() { setenv("EGL_LOG_LEVEL", "fatal", 0); }
 
 // The program, and what the 3D transitions draw with here.
 int print_version() {
-  std::printf("zvtran %s\nOpenGL: %s\n", ZVTRAN_VERSION, zv::offscreen_gl_summary().c_str());
+  std::printf("zvtran %s\nOpenGL: %s\n", ZV_VERSION, zv::offscreen_gl_summary().c_str());
   zvcli::flush_stdout();
   return 0;
 }
@@ -76,13 +76,8 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "usage: zvtran COMMAND [options] (try: zvtran --help)\n");
     return 2;
   }
-  const bool version = !std::strcmp(argv[1], "--version");
-  if (version || !std::strcmp(argv[1], "--help") || !std::strcmp(argv[1], "-h") || !std::strcmp(argv[1], "help")) {
-    if (version) {
-      std::printf("zvtran %s\n", ZV_VERSION);
-    } else {
-      print_usage(stdout);
-    }
+  if (!std::strcmp(argv[1], "--help") || !std::strcmp(argv[1], "-h") || !std::strcmp(argv[1], "help")) {
+    print_usage(stdout);
     try {
       zvcli::flush_stdout();
     } catch (const std::exception& e) {

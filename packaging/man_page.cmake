@@ -1,5 +1,6 @@
 # Writes zvtran's manual page from its own help: help2man reads `zvtran --help`
-# and `--version`, and each command's `--help` becomes a subsection of COMMANDS.
+# and the first line of `--version` (the rest names the OpenGL of the machine
+# it runs on), and each command's `--help` becomes a subsection of COMMANDS.
 #   cmake -DZVTRAN=PROGRAM -DHELP2MAN=PROGRAM -DWORK=FOLDER -DOUT=zvtran.1.gz -P man_page.cmake
 function(run out_var)
   execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE out RESULT_VARIABLE status)
@@ -10,6 +11,8 @@ function(run out_var)
 endfunction()
 
 run(help ${ZVTRAN} --help)
+run(version ${ZVTRAN} --version)
+string(REGEX REPLACE "\n.*" "" version "${version}")
 string(REGEX MATCHALL "\n  [a-z0-9]+ " commands "${help}")
 set(sections "[COMMANDS]\n")
 foreach(command IN LISTS commands)
@@ -23,6 +26,7 @@ endforeach()
 file(WRITE ${WORK}/commands.h2m "${sections}")
 
 run(ignored ${HELP2MAN} --no-info --no-discard-stderr --name "video transitions between two clips"
+  --version-string "${version}"
   --include ${WORK}/commands.h2m --output ${WORK}/zvtran.1 ${ZVTRAN})
 run(ignored gzip -9nf ${WORK}/zvtran.1)
 file(RENAME ${WORK}/zvtran.1.gz ${OUT})

@@ -161,7 +161,8 @@ TEST_F(ZvtranApply, CallsStreamToTheFileInsteadOfPilingUp) {
 }
 
 TEST_F(ZvtranApply, AFailedWriteToStandardOutputIsReported) {
-  for (const std::string args : {"catalogue", "catalogue --json", "--help", "apply --help", "apply 14 --a-size 8x6",
+  for (const std::string args : {"catalogue", "catalogue --json", "--help", "--version", "apply --help",
+                                  "apply 14 --a-size 8x6",
                                   "apply 14 --a-size 8x6 --out out.yuv"}) {
     for (const char* to : {">/dev/full", ">&-"}) {
       expect_refused(run(args, to), 1, "cannot write to standard output", args + " " + to);
@@ -169,6 +170,13 @@ TEST_F(ZvtranApply, AFailedWriteToStandardOutputIsReported) {
   }
   EXPECT_FALSE(fs::exists(dir_ / "out.yuv"));  // not written when its report could not be
   EXPECT_EQ(run("apply --help").status, 0);
+}
+
+TEST_F(ZvtranApply, VersionNamesTheOpenGLInUse) {
+  const RunResult r = run("--version");
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(r.out.rfind("zvtran ", 0), 0u) << r.out;
+  EXPECT_NE(r.out.find("\nOpenGL: "), std::string::npos) << r.out;
 }
 
 TEST_F(ZvtranApply, AnUnwritableOutputFailsWithoutLeavingAFile) {

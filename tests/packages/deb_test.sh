@@ -67,7 +67,8 @@ assert zv.__file__.startswith("/usr/lib/python3/dist-packages/") and (zv.apply("
 echo "packages: python3 imports zvtransition and draws a Fade"
 
 version=$(dpkg-deb -f "$work"/zvtran_*.deb Version)
-[ "$("${clean[@]}" zvtran --version)" = "zvtran ${version%-*}" ] || fail "zvtran --version: $(zvtran --version)"
+[ "$("${clean[@]}" zvtran --version | head -n 1)" = "zvtran ${version%-*}" ] || fail "zvtran --version: $(zvtran --version)"
+"${clean[@]}" zvtran --version | grep -q '^OpenGL: ' || fail "zvtran --version names no OpenGL: $(zvtran --version)"
 "${clean[@]}" zvtran render pattern:bars pattern:checker --transition Fade --size 64x48 -o "$work/fade.mp4"
 unresolved=$(ldd /usr/bin/zvtran /usr/lib/*/zvtran/zvtran-media.so /usr/lib/*/mlt-7/libmltzvtransition.so \
   /usr/lib/python3/dist-packages/zvtransition*.so |
