@@ -2,8 +2,9 @@
 // with hostile sizes and parameters, on planes allocated to their exact size with poisoned guard bytes on both sides,
 // so one byte read or written past a plane is caught.
 //
-// Built twice: zv_fuzz (the software transitions and the picture services) and zv_fuzz_gl (the OpenGL transitions, much
-// slower per call; their sizes are kept small because the library caches bitmaps per frame size).
+// Built twice: zv_fuzz (the software transitions and the picture services) and zv_fuzz_gl (the OpenGL transitions and
+// the GLSL collection, much slower per call; their sizes are kept small because the library caches bitmaps per frame
+// size).
 #include <fuzzer/FuzzedDataProvider.h>
 #include <sanitizer/asan_interface.h>  // the poisoning is a no-op without AddressSanitizer
 
@@ -16,6 +17,7 @@
 #include <memory>
 #include <vector>
 
+#include "effects3d/zv_gl_collection.h"
 #include "frame/registration.h"
 #include "frame/transition_op.h"
 #include "frame/zv_transition.h"
@@ -31,7 +33,7 @@ namespace {
 constexpr int kOpenGlIds[] = {42, 43, 45, 47, 48, 49, 50, 51, 52, 55, 57, 58, 60, 61, 62, 64};
 #ifdef ZV_FUZZ_OPEN_GL
 constexpr bool kOpenGl = true;
-constexpr int kMaxSide = 48, kServices = 0;
+constexpr int kMaxSide = 48, kServices = 1;  // the GLSL collection
 #else
 constexpr bool kOpenGl = false;
 constexpr int kMaxSide = 200, kServices = 7;
@@ -199,6 +201,44 @@ void fuzz_transition(int id, Decoder& d) {
   ZvFreeOpenGLObj();
 }
 
+// One call of a GLSL transition: any index, parameters named right or wrong,
+// with numbers of any count and value, and pictures of any size. Besides
+// memory safety: a documented result, and the sources unchanged.
+void fuzz_collection(Decoder& d) {
+  const int index = d.in().ConsumeIntegralInRange<int>(-2, zvGlTranCount() + 1);
+  const ZvGlTransitionInfo* info = zvGlTranInfo(index);
+  const uint8_t nulls = d.in().ConsumeIntegral<uint8_t>();
+  GuardedFrame out(d), a(d), b(d), picture(d);
+  ZvGlParamValue values[3] = {};
+  const int given = d.in().ConsumeIntegralInRange<int>(0, 3);
+  for (int i = 0; i < given; ++i) {
+    ZvGlParamValue& v = values[i];
+    const int pick = d.in().ConsumeIntegralInRange<int>(0, 7);
+    if (pick < 6 && info && info->param_count > 0) {
+      v.name = info->params[pick % info->param_count].name;
+    } else {
+      v.name = pick == 7 ? nullptr : "no_such_parameter";
+    }
+    v.count = d.int32(-1, 5);
+    for (double& x : v.values) x = d.real(-2.0, 2.0);
+    v.image = d.in().ConsumeBool() ? picture.get() : nullptr;
+  }
+  // The count passed: what was filled in, or none, or a negative one.
+  const int count = d.in().ConsumeIntegralInRange<int>(0, 7) == 0 ? -1 : given;
+  const double progress = d.real(0.0, 1.0);
+  const std::vector<uint8_t> a_before = a.bytes(), b_before = b.bytes(), picture_before = picture.bytes();
+  const int result = zvGlTranApply(index, maybe_null(nulls, 1, out.get()), maybe_null(nulls, 2, a.get()),
+                                   maybe_null(nulls, 4, b.get()), progress, given ? values : nullptr, count);
+  if (result != kZvGlDone && result != kZvGlNullArgument && result != kZvGlBadArgument && result != kZvGlNotDrawn) {
+    fail("zvGlTranApply gave a result it does not document");
+  }
+  if (result != kZvGlDone && zvGlTranError()[0] == '\0') fail("zvGlTranApply failed without saying why");
+  if (a.bytes() != a_before || b.bytes() != b_before || picture.bytes() != picture_before) {
+    fail("a GLSL transition changed one of its sources");
+  }
+  ZvFreeOpenGLObj();
+}
+
 // A 24-bit bitmap record over a guarded buffer of exactly the bytes its rows
 // span (pitch * (height - 1) + 3 * width), or a record the service must refuse.
 struct GuardedBitmap {
@@ -316,6 +356,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const int pick = in.ConsumeIntegralInRange<int>(0, static_cast<int>(ids.size()) + kServices - 1);
   if (pick < static_cast<int>(ids.size())) {
     fuzz_transition(ids[pick], d);
+  } else if (kOpenGl) {
+    fuzz_collection(d);
   } else {
     fuzz_service(pick - static_cast<int>(ids.size()), d);
   }
