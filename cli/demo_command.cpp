@@ -24,6 +24,7 @@
 #include "cli/render_job.h"
 #include "frame/registration.h"
 #include "frame/zv_transition.h"
+#include "host/markup_escape.h"
 #include "host/transition_registry.h"
 
 namespace zvcli {
@@ -52,20 +53,6 @@ struct Job {
   std::string name;  // the preview's file name without extension, in DIR/media
   std::string media() const { return "media/" + name; }  // as the page links it
 };
-
-std::string html_escape(const std::string& text) {
-  std::string out;
-  for (char c : text) {
-    switch (c) {
-      case '&': out += "&amp;"; break;
-      case '<': out += "&lt;"; break;
-      case '>': out += "&gt;"; break;
-      case '"': out += "&quot;"; break;
-      default: out += c;
-    }
-  }
-  return out;
-}
 
 TransitionCard describe(int id) {
   TransitionCard card{id, transition_get_op_name(id), style_names(id), {}, {}};
@@ -264,7 +251,7 @@ std::string page(const std::vector<TransitionCard>& cards, const std::vector<Job
   std::snprintf(lead, sizeof lead, "%zu transition%s, %zu preview%s at %dx%d, rendered in %.1f s. Clip A: pattern:%s, "
                 "clip B: pattern:%s.", cards.size(), cards.size() == 1 ? "" : "s", jobs.size(),
                 jobs.size() == 1 ? "" : "s", size.width, size.height, seconds, kPatternA, kPatternB);
-  html += "<h1>ZvTransition gallery</h1>\n<p class=\"lead\">" + html_escape(lead) +
+  html += "<h1>ZvTransition gallery</h1>\n<p class=\"lead\">" + zv::markup_escape(lead) +
           " <span id=\"media-status\">Checking the previews...</span></p>\n";
   bool collection_shown = false;
   for (const TransitionCard& card : cards) {
@@ -277,14 +264,14 @@ std::string page(const std::vector<TransitionCard>& cards, const std::vector<Job
     }
     html += "<section class=\"card\" id=\"" + (gl ? "gl-" + card.name : "t" + std::to_string(card.id)) +
             "\">\n<h2><span>" + (gl ? std::string("gl") : std::to_string(card.id)) + "</span>" +
-            html_escape(card.name) + "</h2>\n<p class=\"meta\">";
+            zv::markup_escape(card.name) + "</h2>\n<p class=\"meta\">";
     if (gl) {
-      html += "by " + html_escape(gl->author) + " &middot; licence: " + html_escape(gl->license);
+      html += "by " + zv::markup_escape(gl->author) + " &middot; licence: " + zv::markup_escape(gl->license);
     } else {
       html += card.styles.empty() ? "No styles" : std::to_string(card.styles.size()) + " styles";
     }
     std::string labels;
-    for (const std::string& label : card.labels) labels += (labels.empty() ? "" : " &middot; ") + html_escape(label);
+    for (const std::string& label : card.labels) labels += (labels.empty() ? "" : " &middot; ") + zv::markup_escape(label);
     html += " &middot; parameters: " + (labels.empty() ? std::string("none") : labels) + "</p>\n<div class=\"styles\">\n";
     for (const Job& job : jobs) {
       if (job.card != &card) continue;
@@ -292,8 +279,8 @@ std::string page(const std::vector<TransitionCard>& cards, const std::vector<Job
                                   : card.styles.empty() ? "(no styles)"
                                                         : std::to_string(job.style) + ": " + card.styles[job.style];
       html += "<figure><video src=\"" + job.media() + ".mp4\" autoplay loop muted playsinline></video>"
-              "<figcaption>" + html_escape(caption) + "</figcaption><a href=\"" + job.media() + ".png\"><img src=\"" +
-              job.media() + ".png\" alt=\"contact sheet of " + html_escape(card.name + ", " + caption) +
+              "<figcaption>" + zv::markup_escape(caption) + "</figcaption><a href=\"" + job.media() + ".png\"><img src=\"" +
+              job.media() + ".png\" alt=\"contact sheet of " + zv::markup_escape(card.name + ", " + caption) +
               "\" loading=\"eager\"></a></figure>\n";
     }
     html += "</div></section>\n";

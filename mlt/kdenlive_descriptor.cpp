@@ -2,31 +2,16 @@
 
 #include <string>
 
+#include "host/markup_escape.h"
+
 namespace zv_mlt {
-namespace {
-
-std::string escaped(const std::string& text) {
-  std::string out;
-  for (char c : text) {
-    switch (c) {
-      case '&': out += "&amp;"; break;
-      case '<': out += "&lt;"; break;
-      case '>': out += "&gt;"; break;
-      case '"': out += "&quot;"; break;
-      default: out += c;
-    }
-  }
-  return out;
-}
-
-}  // namespace
 
 bool write_kdenlive_descriptor(std::ostream& out, const TransitionInfo& t) {
   const std::string service = service_name(t.name.c_str());
   out << "<?xml version=\"1.0\"?>\n<!DOCTYPE kpartgui>\n"
       << "<transition tag=\"" << service << "\" id=\"" << service << "\">\n"
-      << "    <name>" << escaped(t.name) << "</name>\n"
-      << "    <description>" << escaped(description_of(t)) << "</description>\n"
+      << "    <name>" << zv::markup_escape(t.name) << "</name>\n"
+      << "    <description>" << zv::markup_escape(description_of(t)) << "</description>\n"
       << "    <author>ZvTransition</author>\n";
   // The list holds the style indices (names repeat within some lists), shown by their names.
   if (t.styles.size() > 1) {
@@ -37,8 +22,8 @@ bool write_kdenlive_descriptor(std::ostream& out, const TransitionInfo& t) {
       names += (s ? "," : "") + t.styles[s];
     }
     out << "    <parameter type=\"list\" name=\"style\" default=\"0\" paramlist=\"" << indices << "\">\n"
-        << "        <paramlistdisplay>" << escaped(names) << "</paramlistdisplay>\n"
-        << "        <name>" << escaped(parameter_title(t, 0)) << "</name>\n"
+        << "        <paramlistdisplay>" << zv::markup_escape(names) << "</paramlistdisplay>\n"
+        << "        <name>" << zv::markup_escape(parameter_title(t, 0)) << "</name>\n"
         << "    </parameter>\n";
   }
   // param1 is an int32 and param2 a double; what a value means is up to each transition (counts and percentages
@@ -46,7 +31,7 @@ bool write_kdenlive_descriptor(std::ostream& out, const TransitionInfo& t) {
   for (size_t p = 1; p <= 2 && p < t.labels.size(); ++p) {
     out << "    <parameter type=\"constant\" name=\"param" << p << "\" default=\"0\" min=\"0\" max=\"2147483647\""
         << (p == 2 ? " decimals=\"3\"" : "") << ">\n"
-        << "        <name>" << escaped(parameter_title(t, p)) << "</name>\n"
+        << "        <name>" << zv::markup_escape(parameter_title(t, p)) << "</name>\n"
         << "    </parameter>\n";
   }
   out << "</transition>\n";
