@@ -1,5 +1,7 @@
 #include "cli/bitmap_font.h"
 
+#include "cli/ascii_fold.h"
+
 namespace zvcli {
 namespace {
 
@@ -54,11 +56,13 @@ void fill_square(RgbPicture& picture, int x, int y, int scale, const uint8_t rgb
 
 }  // namespace
 
-int text_width(const std::string& text, int scale) { return static_cast<int>(text.size()) * kCellWidth * scale; }
+int text_width(const std::string& text, int scale) {
+  return static_cast<int>(fold_to_ascii(text).size()) * kCellWidth * scale;
+}
 
 void draw_text(RgbPicture& picture, int x, int y, const std::string& text, int scale, const uint8_t rgb[3]) {
-  for (unsigned char c : text) {
-    const uint8_t* glyph = kGlyphs[(c >= ' ' && c <= '~') ? c - ' ' : '?' - ' '];
+  for (unsigned char c : fold_to_ascii(text)) {
+    const uint8_t* glyph = kGlyphs[c - ' '];
     for (int col = 0; col < kGlyphWidth; ++col) {
       for (int row = 0; row < kGlyphHeight; ++row) {
         if (glyph[col] >> row & 1) fill_square(picture, x + col * scale, y + row * scale, scale, rgb);
